@@ -1,0 +1,31 @@
+# What every target of this project shares: warnings as errors, the include root, sanitizers.
+
+add_library(varnet_flags INTERFACE)
+target_include_directories(varnet_flags INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(
+    varnet_flags
+    INTERFACE -Wall
+              -Wextra
+              -Wpedantic
+              -Wshadow
+              -Wconversion
+              -Wsign-conversion
+              -Wnon-virtual-dtor
+              -Woverloaded-virtual
+              -Werror
+              -fno-omit-frame-pointer)
+if(VARNET_SANITIZE)
+    target_compile_options(varnet_flags INTERFACE -fsanitize=${VARNET_SANITIZE} -fno-sanitize-recover=all)
+    target_link_options(varnet_flags INTERFACE -fsanitize=${VARNET_SANITIZE})
+endif()
+if(VARNET_FUZZ)
+    target_compile_options(varnet_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+target_link_options(varnet_flags INTERFACE -fuse-ld=lld)
+
+# varnet_library(NAME SOURCES ... LINK ...): a static library of ours; LINK is what its users see too.
+function(varnet_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC varnet_flags ${ARG_LINK} PRIVATE ${ARG_PRIVATE_LINK})
+endfunction()
