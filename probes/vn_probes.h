@@ -107,7 +107,7 @@ int32_t vn_exists(int32_t pid);
 /// safety narrows to this one function.
 /// @return 0 when the signal was delivered to that very process. EPERM: the pid is below 2 or this program,
 ///         or the user is not ours. EINVAL: another signal. ESRCH: gone. EACCES: could not be checked.
-///         ESTALE: the pid is another process by now. Otherwise the kernel's errno. Nothing is sent unless 0.
+///         70: the pid is another process by now. Otherwise the kernel's errno. Nothing is sent unless 0.
 int32_t vn_signal_checked(int32_t pid, uint64_t start, uint32_t uid, int32_t signal);
 
 /// A table that remembers: between reads it keeps its entries and reads a process anew only when its CPU

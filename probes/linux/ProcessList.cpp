@@ -1,0 +1,81 @@
+#include "probes/linux/ProcessList.h"
+
+#include "probes/linux/ProcessReader.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+namespace varnet::probes {
+
+namespace {
+
+constexpr std::size_t argumentBlockLimit = 262'144;
+
+} // namespace
+
+std::int32_t collectProcesses(const KernelRoot& root, ListKind kind, VNProcessEntry** list) {
+    *list = nullptr;
+    ProcessReader reader(root);
+    std::vector<std::int32_t> pids;
+    if (!reader.listPids(pids) || pids.empty()) return -1;
+    auto* const entries = static_cast<VNProcessEntry*>(std::calloc(pids.size(), sizeof(VNProcessEntry)));
+    if (entries == nullptr) return -1;
+
+    std::int32_t count = 0;
+    for (const std::int32_t pid : pids) {
+        const ProcessFolder folder(root, pid);
+        ReadFailure failure{};
+        const auto reading = reader.read(folder, pid, failure);
+        if (!reading || reading->ended) continue;
+        VNProcessEntry& entry = entries[count++];
+        entry.pid = pid;
+        entry.parent = reading->parent;
+        entry.uid = reading->uid;
+        entry.flags = reading->flags;
+        entry.start = reading->start;
+        std::memcpy(entry.name, reading->name.data(), sizeof entry.name);
+        if (kind == ListKind::graph) continue;
+        ProcessReader::readPath(folder, entry.path, sizeof entry.path);
+        if (!reading->hasUsage) continue;
+        entry.cpu = reading->cpu;
+        entry.memory = reading->memory;
+        entry.wakeups = reading->wakeups;
+        entry.hasUsage = 1;
+    }
+    *list = entries;
+    return count;
+}
+
+std::int32_t identity(const KernelRoot& root, std::int32_t pid, std::uint64_t* start, std::uint32_t* uid) {
+    ProcessReader reader(root);
+    ReadFailure failure{};
+    const auto reading = reader.read(ProcessFolder(root, pid), pid, failure);
+    if (!reading || reading->ended) return -1;
+    *start = reading->start;
+    *uid = reading->uid;
+    return 0;
+}
+
+std::int32_t path(const KernelRoot& root, std::int32_t pid, char* buffer, std::size_t size) {
+    return ProcessReader::readPath(ProcessFolder(root, pid), buffer, size) ? 0 : -1;
+}
+
+std::int32_t cwd(const KernelRoot& root, std::int32_t pid, char* buffer, std::size_t size) {
+    const ProcessFolder folder(root, pid);
+    if (size > 0) buffer[0] = '\0';
+    return folder.descriptor() >= 0 && readLink(folder.descriptor(), "cwd", buffer, size) > 0 ? 0 : -1;
+}
+
+std::int32_t arguments(const KernelRoot& root, std::int32_t pid, char* buffer, std::size_t size) {
+    if (size > 0) buffer[0] = '\0';
+    const ProcessFolder folder(root, pid);
+    if (folder.descriptor() < 0) return -1;
+    ProcText text;
+    const auto block = text.read(folder.descriptor(), "cmdline", argumentBlockLimit);
+    if (!block) return -1;
+    return joinArguments(*block, block->size() == argumentBlockLimit, buffer, size) ? 0 : -1;
+}
+
+} // namespace varnet::probes

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "probes/linux/KernelRoot.h"
+#include "probes/linux/ParseProcess.h"
+#include "probes/linux/ProcText.h"
+#include "probes/vn_probes.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace varnet::probes {
+
+/// Why a process could not be read.
+enum class ReadFailure {
+    gone,      ///< there is no such process, or it has ended and waits to be collected
+    unreadable ///< there is one, and its files make no sense or are refused
+};
+
+/// What one reading of a process tells, apart from its path.
+struct ProcessReading {
+    std::int32_t parent = 0;
+    std::uint32_t uid = 0;
+    std::uint32_t flags = 0;
+    std::uint64_t start = 0; ///< microseconds since 1970
+    bool ended = false;      ///< waits to be collected: no longer a process to anyone but this reader
+    bool hasUsage = false;
+    std::uint64_t cpu = 0; ///< nanoseconds
+    std::uint64_t memory = 0;
+    std::uint64_t wakeups = 0;
+    std::array<char, VN_NAME_SIZE> name{};
+};
+
+/// One process's folder, held open: all that is read through it is about the same process, also when its
+/// pid is given away meanwhile.
+class ProcessFolder {
+public:
+    ProcessFolder(const KernelRoot& root, std::int32_t pid);
+
+    /// -1 with errno set when there is none.
+    int descriptor() const noexcept { return folder_.get(); }
+
+private:
+    Descriptor folder_;
+};
+
+/// Reads single processes; keeps its buffer between readings. For one thread at a time.
+class ProcessReader {
+public:
+    explicit ProcessReader(const KernelRoot& root) : root_(root) {}
+
+    /// Reads `stat` and `status`. @param failure says why nothing came back
+    std::optional<ProcessReading> read(const ProcessFolder& folder, std::int32_t pid, ReadFailure& failure);
+    /// Only what changes in a process that sleeps: its memory and its wake-ups.
+    bool refreshUsage(const ProcessFolder& folder, ProcessReading& reading);
+    /// Executable path into the buffer; false and "" when unknown.
+    static bool readPath(const ProcessFolder& folder, char* buffer, std::size_t size);
+    /// Every pid of the process table, ascending; false when the table cannot be read.
+    bool listPids(std::vector<std::int32_t>& pids) const;
+
+    const KernelRoot& root() const noexcept { return root_; }
+
+private:
+    const KernelRoot& root_;
+    ProcText text_;
+};
+
+} // namespace varnet::probes
