@@ -1,3 +1,29 @@
-int main() {
-    return 0;
+#include "VarnetApp/Diagnostics/CommandLine.h"
+#include "VarnetApp/Diagnostics/Diagnostics.h"
+
+#include <cstdio>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr int badUsage = 2;
+
+} // namespace
+
+int main(int argc, char** argv) {
+    using varnet::CommandLine;
+    const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+    const CommandLine line = CommandLine::parse(arguments);
+    switch (line.action) {
+    case CommandLine::Action::refuse:
+        std::fprintf(stderr, "varnet: %s Try \"varnet --help\".\n", line.refusal.c_str());
+        return badUsage;
+    case CommandLine::Action::help: std::fputs(CommandLine::help().data(), stdout); return 0;
+    case CommandLine::Action::version: std::puts("varnet " VARNET_VERSION); return 0;
+    case CommandLine::Action::diagnose: return varnet::Diagnostics::run();
+    case CommandLine::Action::benchmark: return varnet::Diagnostics::benchmark(line.seconds);
+    case CommandLine::Action::start: return varnet::Diagnostics::liveReading();
+    }
+    return badUsage;
 }

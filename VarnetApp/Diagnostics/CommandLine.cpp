@@ -1,0 +1,80 @@
+#include "VarnetApp/Diagnostics/CommandLine.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <vector>
+
+namespace varnet {
+
+namespace {
+
+constexpr std::string_view helpText = R"(Usage: varnet [SWITCH]
+
+Shows what keeps this machine busy, and which of it may go.
+
+  --diagnose             measure once and print everything as one JSON object
+  --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
+  --help                 this text
+  --version              the version
+
+Without a switch the program starts. Diagnostic runs keep their state under
+"artifacts" in the current folder and never touch your own.
+)";
+
+constexpr std::array<std::string_view, 4> switches{"--diagnose", "--benchmark", "--help", "--version"};
+
+CommandLine refused(std::string sentence) {
+    CommandLine line;
+    line.action = CommandLine::Action::refuse;
+    line.refusal = std::move(sentence);
+    return line;
+}
+
+std::optional<double> finiteNumber(std::string_view text) noexcept {
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc{} || stop != end || !std::isfinite(number)) return std::nullopt;
+    return number;
+}
+
+} // namespace
+
+std::string_view CommandLine::help() noexcept {
+    return helpText;
+}
+
+CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
+    std::vector<std::string_view> given;
+    CommandLine line;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string_view argument = arguments[i];
+        if (std::ranges::find(switches, argument) == switches.end()) {
+            const std::string kind = argument.starts_with('-') ? "Unknown switch " : "Unexpected argument ";
+            return refused(kind + "\"" + std::string(argument) + "\".");
+        }
+        given.push_back(argument);
+        const bool hasValue = i + 1 < arguments.size() && !arguments[i + 1].starts_with("--");
+        if (argument != "--benchmark" || !hasValue) continue;
+        // A word that is no number leaves the length as it is.
+        if (const auto seconds = finiteNumber(arguments[++i])) {
+            if (*seconds <= 0) return refused("--benchmark needs a number of seconds above 0.");
+            line.seconds = *seconds;
+        }
+    }
+    const auto has = [&](std::string_view name) { return std::ranges::find(given, name) != given.end(); };
+    if (has("--help")) {
+        line.action = Action::help;
+    } else if (has("--version")) {
+        line.action = Action::version;
+    } else if (has("--diagnose")) {
+        line.action = Action::diagnose;
+    } else if (has("--benchmark")) {
+        line.action = Action::benchmark;
+    }
+    return line;
+}
+
+} // namespace varnet

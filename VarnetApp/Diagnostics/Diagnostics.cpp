@@ -1,0 +1,122 @@
+#include "VarnetApp/Diagnostics/Diagnostics.h"
+
+#include "VarnetApp/Diagnostics/SnapshotReport.h"
+#include "VarnetApp/Engine/MonitorEngine.h"
+#include "VarnetApp/Platform/ApplicationCatalog.h"
+#include "VarnetCore/Base/Clock.h"
+#include "probes/SystemProbes.h"
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <sys/resource.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+namespace varnet::Diagnostics {
+
+namespace {
+
+using SteadyClock = std::chrono::steady_clock;
+
+constexpr auto loopPause = std::chrono::seconds(1); // the main loop's own
+constexpr double patience = 7;                      // seconds for a complete reading
+
+double secondsSince(SteadyClock::time_point start) {
+    return std::chrono::duration<double>(SteadyClock::now() - start).count();
+}
+
+/// CPU seconds of this program since it began.
+double ownCPUSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+/// The monitor as the program runs it, on a storage of its own.
+struct Monitor {
+    explicit Monitor(const std::filesystem::path& storage)
+        : engine({.probes = probes, .clock = clock, .storage = storage, .home = {}}) {}
+
+    std::shared_ptr<const MonitorSnapshot> sample() {
+        return engine.sample(catalog->snapshot(), Thermal::nominal, true);
+    }
+
+    /// Samples until two metric readings lie behind the result.
+    std::shared_ptr<const MonitorSnapshot> completeReading() {
+        const auto start = SteadyClock::now();
+        for (;;) {
+            auto snapshot = sample();
+            if ((!snapshot->error && snapshot->systemCPU) || secondsSince(start) > patience) return snapshot;
+            std::this_thread::sleep_for(loopPause);
+        }
+    }
+
+    SystemProbes probes;
+    SystemClock clock;
+    MonitorEngine engine;
+    std::unique_ptr<ApplicationCatalog> catalog = makeApplicationCatalog(clock);
+};
+
+void print(const std::string& text) {
+    fmt::print("{}\n", text);
+}
+
+} // namespace
+
+int run() {
+    Monitor monitor("artifacts/diagnostic-state");
+    const auto snapshot = monitor.completeReading();
+    auto report = SnapshotReport::json(*snapshot);
+    const auto& warning = monitor.engine.persistenceError();
+    report["historyWarning"] = warning ? nlohmann::ordered_json(*warning) : nlohmann::ordered_json(nullptr);
+    print(SnapshotReport::text(report));
+    return snapshot->error ? 1 : 0;
+}
+
+int benchmark(double seconds) {
+    Monitor monitor("artifacts/benchmark-state");
+    const double ownBefore = ownCPUSeconds();
+    const auto start = SteadyClock::now();
+    double inSamples = 0;
+    int samples = 0;
+    std::shared_ptr<const MonitorSnapshot> snapshot;
+    do {
+        const auto sampleStart = SteadyClock::now();
+        snapshot = monitor.sample();
+        inSamples += secondsSince(sampleStart);
+        ++samples;
+        std::this_thread::sleep_for(loopPause);
+    } while (secondsSince(start) < seconds);
+    const double wall = secondsSince(start);
+
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const nlohmann::ordered_json report = {
+        {"cpuPercentOfOneCore", (ownCPUSeconds() - ownBefore) / wall * 100},
+        {"meanSampleWallMs", inSamples / samples * 1000},
+        {"processes", snapshot->processes.size()},
+        {"samples", samples},
+        {"peakResidentBytes", static_cast<std::uint64_t>(usage.ru_maxrss) * 1024},
+    };
+    print(SnapshotReport::text(report));
+    return snapshot->error ? 1 : 0;
+}
+
+int liveReading() {
+    Monitor monitor({}); // the program itself, without its windows
+    const auto snapshot = monitor.completeReading();
+    fmt::print("{}", SnapshotReport::page(*snapshot));
+    if (snapshot->error) print(*snapshot->error);
+    return snapshot->error ? 1 : 0;
+}
+
+} // namespace varnet::Diagnostics

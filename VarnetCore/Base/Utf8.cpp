@@ -1,0 +1,46 @@
+#include "VarnetCore/Base/Utf8.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <cstddef>
+
+namespace varnet {
+
+namespace {
+
+/// Bytes of the character that the bytes begins with; 0 when it begins with none.
+std::size_t characterLength(std::string_view bytes) noexcept {
+    utf8proc_int32_t codepoint = 0;
+    const auto length = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(bytes.data()),
+                                         static_cast<utf8proc_ssize_t>(bytes.size()), &codepoint);
+    return length > 0 ? static_cast<std::size_t>(length) : 0;
+}
+
+} // namespace
+
+bool isValidUtf8(std::string_view bytes) noexcept {
+    while (!bytes.empty()) {
+        if (static_cast<unsigned char>(bytes.front()) < 0x80) {
+            bytes.remove_prefix(1);
+            continue;
+        }
+        const std::size_t length = characterLength(bytes);
+        if (length == 0) return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
+
+std::string repairedUtf8(std::string_view bytes) {
+    std::string result;
+    result.reserve(bytes.size());
+    while (!bytes.empty()) {
+        const std::size_t length = characterLength(bytes);
+        result += length > 0 ? bytes.substr(0, length) : std::string_view("\xEF\xBF\xBD");
+        bytes.remove_prefix(std::max<std::size_t>(length, 1));
+    }
+    return result;
+}
+
+} // namespace varnet

@@ -1,0 +1,115 @@
+#include "probes/SystemProbes.h"
+
+#include <time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+
+namespace varnet {
+
+namespace {
+
+constexpr std::size_t argumentBufferSize = 32'768;
+constexpr std::int32_t portCapacity = 64;
+constexpr std::size_t modelBufferSize = 256;
+
+template <class Read>
+std::optional<std::string> readText(std::size_t size, Read read) {
+    std::string buffer(size, '\0');
+    if (read(buffer.data(), buffer.size()) != 0) return std::nullopt;
+    buffer.resize(std::char_traits<char>::length(buffer.c_str()));
+    buffer.shrink_to_fit();
+    return buffer;
+}
+
+} // namespace
+
+std::optional<std::span<const VNTableEntry>> SystemProbes::table(bool full) {
+    listeners_.reset();
+    if (!table_) table_.reset(vn_table_open());
+    if (!table_) return std::nullopt;
+    const VNTableEntry* entries = nullptr;
+    const std::int32_t count = vn_table_read(table_.get(), full ? 1 : 0, &entries);
+    if (count < 0 || entries == nullptr) return std::nullopt;
+    return std::span(entries, static_cast<std::size_t>(count));
+}
+
+std::optional<Probes::Identity> SystemProbes::identity(std::int32_t pid) {
+    Identity identity;
+    if (vn_identity(pid, &identity.start, &identity.uid) != 0) return std::nullopt;
+    return identity;
+}
+
+std::optional<std::string> SystemProbes::path(std::int32_t pid) {
+    return readText(VN_PATH_SIZE, [pid](char* buffer, std::size_t size) { return vn_path(pid, buffer, size); });
+}
+
+std::optional<std::string> SystemProbes::cwd(std::int32_t pid) {
+    return readText(VN_PATH_SIZE, [pid](char* buffer, std::size_t size) { return vn_cwd(pid, buffer, size); });
+}
+
+std::optional<std::string> SystemProbes::arguments(std::int32_t pid) {
+    return readText(argumentBufferSize,
+                    [pid](char* buffer, std::size_t size) { return vn_arguments(pid, buffer, size); });
+}
+
+std::optional<std::vector<std::uint16_t>> SystemProbes::ports(std::int32_t pid) {
+    if (!listeners_) listeners_.reset(vn_listeners_open());
+    if (!listeners_) return std::nullopt;
+    std::array<std::uint16_t, portCapacity> ports{};
+    const std::int32_t count = vn_listeners_ports(listeners_.get(), pid, ports.data(), portCapacity);
+    if (count < 0) return std::nullopt;
+    return std::vector<std::uint16_t>(ports.begin(), ports.begin() + count);
+}
+
+std::optional<VNCPUTicks> SystemProbes::cpuTicks() {
+    VNCPUTicks ticks{};
+    if (vn_cpu_ticks(&ticks) != 0) return std::nullopt;
+    return ticks;
+}
+
+VNSystemMemory SystemProbes::systemMemory() {
+    VNSystemMemory memory{};
+    vn_system_memory(&memory);
+    return memory;
+}
+
+std::int64_t SystemProbes::bootTime() {
+    return vn_boot_time();
+}
+
+std::optional<std::string> SystemProbes::model() {
+    return readText(modelBufferSize, [](char* buffer, std::size_t size) { return vn_model(buffer, size); });
+}
+
+std::int32_t SystemProbes::exists(std::int32_t pid) {
+    return vn_exists(pid);
+}
+
+std::int32_t SystemProbes::signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
+                                         std::int32_t signal) {
+    return vn_signal_checked(pid, start, uid, signal);
+}
+
+std::uint32_t SystemProbes::userID() {
+    return getuid();
+}
+
+int SystemProbes::activeProcessorCount() {
+    return static_cast<int>(std::clamp(sysconf(_SC_NPROCESSORS_ONLN), 1L, 1L << 20U));
+}
+
+std::uint64_t SystemProbes::physicalMemory() {
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    const long size = sysconf(_SC_PAGESIZE);
+    return pages > 0 && size > 0 ? static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(size) : 0;
+}
+
+double SystemProbes::systemUptime() {
+    timespec time{};
+    if (clock_gettime(CLOCK_BOOTTIME, &time) != 0) return 0;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+}
+
+} // namespace varnet
