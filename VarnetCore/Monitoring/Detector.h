@@ -16,9 +16,13 @@ namespace varnet::Detector {
 std::optional<std::string> agent(std::string_view name, std::string_view executable,
                                  std::span<const std::string> arguments, std::string_view bundleID);
 
+/// As agent, without a copy: the names live as long as the program. Empty: none.
+std::string_view agentName(std::string_view name, std::string_view executable,
+                           std::span<const std::string> arguments, std::string_view bundleID) noexcept;
+
 /// Whether a process counts as development work: a runtime, a tool, an agent or a server framework.
 bool isDevelopment(std::string_view executable, std::string_view name,
-                   std::span<const std::string> arguments);
+                   std::span<const std::string> arguments) noexcept;
 
 /// Display name of the server framework that a process runs, if one is recognised.
 std::optional<std::string> framework(std::span<const std::string> arguments, std::string_view name);

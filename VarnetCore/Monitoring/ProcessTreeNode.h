@@ -4,14 +4,23 @@
 
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace varnet {
 
-/// One node of the parent-child display.
+/// One node of the parent-child display. A forest is built once and moved, never copied. A chain of parents
+/// may be as long as the process table: nothing here recurses over it, and a walker should not either.
 struct ProcessTreeNode {
     SampleRef process;
     std::optional<std::vector<ProcessTreeNode>> children; ///< empty, not an empty list, for a leaf
+
+    explicit ProcessTreeNode(SampleRef sample) noexcept : process(std::move(sample)) {}
+    ProcessTreeNode(ProcessTreeNode&&) noexcept = default;
+    ProcessTreeNode& operator=(ProcessTreeNode&&) noexcept = default;
+    ProcessTreeNode(const ProcessTreeNode&) = delete;
+    ProcessTreeNode& operator=(const ProcessTreeNode&) = delete;
+    ~ProcessTreeNode();
 
     const ProcessIdentity& id() const noexcept { return process->id; }
 

@@ -4,6 +4,7 @@
 #include "VarnetCore/Monitoring/Project.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,10 +36,18 @@ private:
         std::shared_ptr<const Project> project;
     };
 
+    /// Looks a path up without making a string of it.
+    struct PathHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view path) const noexcept {
+            return std::hash<std::string_view>()(path);
+        }
+    };
+
     std::shared_ptr<const Project> discover(std::string_view path) const;
 
-    const std::string home_;
-    std::unordered_map<std::string, Answer> cache_;
+    const std::string home_;                                                   ///< standardized
+    std::unordered_map<std::string, Answer, PathHash, std::equal_to<>> cache_; ///< by the path as given
 };
 
 } // namespace varnet

@@ -8,14 +8,18 @@
 #include "VarnetCore/Monitoring/ProcessSample.h"
 #include "VarnetCore/Monitoring/Service.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <optional>
+#include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace varnet {
+
+class ProcessChains;
 
 /// Turns the flat list of one pass into what the user reads: processes tied to their application, agent and
 /// project; groups; running servers. Its state is the lineage, by which a server is still credited to an
@@ -36,6 +40,28 @@ public:
 
     /// Who is credited to whom. The engine restores, edits and prunes it between passes.
     std::unordered_map<ProcessIdentity, Attribution> lineage;
+
+private:
+    /// What the detector says of a process, kept while its texts stay the same.
+    struct Detection {
+        SharedText executable;
+        SharedText name;
+        SharedTexts arguments;
+        std::string bundle;
+        bool development = false;
+        std::string_view agent;              ///< display name, lives as long as the program; empty: none
+        std::size_t applicationPathSize = 0; ///< length of that path at the front of `executable`; 0: none
+        std::shared_ptr<const Attribution> attribution; ///< as last handed out, to be shared while it holds
+        std::uint64_t pass = 0;                         ///< the last pass that saw the process
+    };
+    class Pass;
+
+    Detection& detect(const ProcessSample& sample, std::string_view bundle);
+    void forgetUnseen();
+
+    std::unordered_map<ProcessIdentity, Detection> detections_;
+    std::uint64_t pass_ = 0; ///< passes so far
+    std::size_t seen_ = 0;   ///< entries of detections_ that this pass has used
 };
 
 } // namespace varnet

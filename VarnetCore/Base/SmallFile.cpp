@@ -1,0 +1,53 @@
+#include "VarnetCore/Base/SmallFile.h"
+
+#include "VarnetCore/Base/Utf8.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+
+namespace varnet {
+namespace {
+
+bool isRegular(const struct stat& status) noexcept {
+    return S_ISREG(status.st_mode);
+}
+
+/// Up to limit + 1 bytes, so that the caller sees a file that has grown past the limit.
+std::optional<std::string> readUpTo(int descriptor, std::size_t limit) {
+    std::string text(limit + 1, '\0');
+    std::size_t filled = 0;
+    while (filled < text.size()) {
+        const ssize_t count = ::read(descriptor, text.data() + filled, text.size() - filled);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        filled += static_cast<std::size_t>(count);
+    }
+    text.resize(filled);
+    return text;
+}
+
+} // namespace
+
+std::optional<std::string> readSmallTextFile(const std::string& path, std::size_t limit) {
+    if (path.find('\0') != std::string::npos) return std::nullopt;
+    struct stat status{};
+    // Looked at before it is opened: opening some devices already acts on them.
+    if (::stat(path.c_str(), &status) != 0 || !isRegular(status)) return std::nullopt;
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0) return std::nullopt;
+    std::optional<std::string> text;
+    if (::fstat(descriptor, &status) == 0 && isRegular(status) &&
+        static_cast<std::size_t>(status.st_size) <= limit) {
+        text = readUpTo(descriptor, limit);
+    }
+    ::close(descriptor);
+    if (text && (text->size() > limit || !isValidUtf8(*text))) text.reset();
+    return text;
+}
+
+} // namespace varnet

@@ -1,0 +1,147 @@
+#include "tests/vectors/RecordJson.h"
+
+namespace varnet::vectors {
+namespace {
+
+template <typename Record, typename Reader>
+std::shared_ptr<const Record> readShared(const Json& object, const char* key, Reader read) {
+    const Json& json = at(object, key);
+    return json.is_null() ? nullptr : std::make_shared<const Record>(read(json));
+}
+
+} // namespace
+
+const Json& at(const Json& object, const char* key) {
+    static const Json nothing;
+    const auto found = object.find(key);
+    return found == object.end() ? nothing : *found;
+}
+
+std::string readText(const Json& object, const char* key) {
+    const Json& json = at(object, key);
+    return json.is_null() ? std::string() : json.get<std::string>();
+}
+
+std::vector<std::string> readTexts(const Json& object, const char* key) {
+    const Json& json = at(object, key);
+    return json.is_null() ? std::vector<std::string>() : json.get<std::vector<std::string>>();
+}
+
+bool readFlag(const Json& object, const char* key) {
+    const Json& json = at(object, key);
+    return !json.is_null() && json.get<bool>();
+}
+
+std::optional<double> readNumber(const Json& object, const char* key) {
+    const Json& json = at(object, key);
+    if (json.is_null()) return std::nullopt;
+    const auto number = numberOf(json);
+    if (!number) throw std::runtime_error(std::string(key) + " is no number: " + json.dump());
+    return number;
+}
+
+std::optional<Date> readDate(const Json& object, const char* key) {
+    const auto seconds = readNumber(object, key);
+    return seconds ? std::optional(Date{*seconds}) : std::nullopt;
+}
+
+ProcessIdentity readIdentity(const Json& json) {
+    return {readInteger<std::uint64_t>(json, "boot").value_or(0),
+            readInteger<std::int32_t>(json, "pid").value_or(0),
+            readInteger<std::uint64_t>(json, "start").value_or(0)};
+}
+
+std::unordered_set<ProcessIdentity> readIdentities(const Json& list) {
+    std::unordered_set<ProcessIdentity> identities;
+    for (const Json& json : list)
+        identities.insert(readIdentity(json));
+    return identities;
+}
+
+Attribution readAttribution(const Json& json) {
+    const auto confidence = confidenceFromRawValue(readText(json, "confidence"));
+    if (!confidence) throw std::runtime_error("unknown confidence: " + json.dump());
+    return {readText(json, "agent"), readIdentity(at(json, "origin")), *confidence, readText(json, "reason"),
+            readDate(json, "exitedAt")};
+}
+
+Project readProject(const Json& json) {
+    return {readText(json, "root"), readText(json, "repository"), readText(json, "name"),
+            readText(json, "worktree")};
+}
+
+ApplicationDescriptor readApplication(const Json& json) {
+    return {readText(json, "bundlePath"), readText(json, "bundleID"), readText(json, "name"),
+            readInteger<std::int32_t>(json, "pid").value_or(0),
+            readInteger<std::uint64_t>(json, "processStart")};
+}
+
+ProcessSample readSample(const Json& json) {
+    ProcessSample sample;
+    sample.id = readIdentity(at(json, "id"));
+    sample.parentPID = readInteger<std::int32_t>(json, "parentPID").value_or(0);
+    sample.uid = readInteger<std::uint32_t>(json, "uid").value_or(0);
+    sample.name = readText(json, "name");
+    sample.executable = readText(json, "executable");
+    sample.arguments = readTexts(json, "arguments");
+    if (!at(json, "cwd").is_null()) sample.cwd = readText(json, "cwd");
+    sample.cpu = readNumber(json, "cpu");
+    sample.averageCPU = readNumber(json, "averageCPU");
+    sample.memory = readInteger<std::uint64_t>(json, "memory");
+    sample.energyImpact = readNumber(json, "energyImpact");
+    sample.instantaneousEnergyImpact = readNumber(json, "instantaneousEnergyImpact");
+    if (const Json& ports = at(json, "ports"); !ports.is_null()) sample.ports = ports.get<std::vector<int>>();
+    sample.portsAvailable = readFlag(json, "portsAvailable");
+    sample.project = readShared<Project>(json, "project", readProject);
+    sample.attribution = readShared<Attribution>(json, "attribution", readAttribution);
+    sample.application = readShared<ApplicationDescriptor>(json, "application", readApplication);
+    sample.isSystem = readFlag(json, "isSystem");
+    return sample;
+}
+
+std::vector<ProcessSample> readSamples(const Json& list, const Json& pool) {
+    std::vector<ProcessSample> samples;
+    for (const Json& json : list) {
+        samples.push_back(readSample(json.is_number_integer() ? pool.at(json.get<std::size_t>()) : json));
+    }
+    return samples;
+}
+
+std::vector<SampleRef> readSampleRefs(const Json& list, const Json& pool) {
+    std::vector<SampleRef> refs;
+    for (ProcessSample& sample : readSamples(list, pool)) {
+        refs.push_back(std::make_shared<const ProcessSample>(std::move(sample)));
+    }
+    return refs;
+}
+
+Json written(const ProcessIdentity& identity) {
+    return {{"boot", identity.boot}, {"pid", identity.pid}, {"start", identity.start}};
+}
+
+Json written(const Attribution& attribution) {
+    Json json{{"agent", attribution.agent},
+              {"origin", written(attribution.origin)},
+              {"confidence", rawValue(attribution.confidence)},
+              {"reason", attribution.reason}};
+    if (attribution.exitedAt) json["exitedAt"] = attribution.exitedAt->seconds;
+    return json;
+}
+
+Json written(const Project& project) {
+    return {{"root", project.root},
+            {"repository", project.repository},
+            {"name", project.name},
+            {"worktree", project.worktree}};
+}
+
+Json written(const ApplicationDescriptor& application) {
+    Json json{{"bundlePath", application.bundlePath},
+              {"bundleID", application.bundleID},
+              {"name", application.name},
+              {"pid", application.pid}};
+    if (application.processStart) json["processStart"] = *application.processStart;
+    return json;
+}
+
+} // namespace varnet::vectors

@@ -1,0 +1,76 @@
+#include "tests/vectors/ScratchTree.h"
+
+#include "tests/vectors/RecordJson.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+#include <system_error>
+
+namespace varnet::vectors {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string contentsOf(const Json& entry) {
+    if (!entry.contains("hex")) return readText(entry, "text");
+    const std::string hex = readText(entry, "hex");
+    std::string bytes;
+    for (std::size_t digit = 0; digit + 1 < hex.size(); digit += 2) {
+        bytes += static_cast<char>(std::stoi(hex.substr(digit, 2), nullptr, 16));
+    }
+    return bytes;
+}
+
+} // namespace
+
+ScratchTree::ScratchTree() {
+    std::string pattern = (fs::canonical(fs::temp_directory_path()) / "varnet-vectors-XXXXXX").string();
+    if (!::mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder: " + pattern);
+    outer_ = pattern;
+    root_ = outer_ / "root";
+    fs::create_directory(root_);
+}
+
+ScratchTree::~ScratchTree() {
+    std::error_code ignored;
+    fs::remove_all(outer_, ignored);
+}
+
+void ScratchTree::apply(const Json& entries) {
+    for (const Json& entry : entries) {
+        const fs::path path = root_ / readText(entry, "path");
+        const std::string type = readText(entry, "type");
+        const bool isFolder = fs::is_directory(fs::symlink_status(path));
+        if (type == "remove" || (type == "dir") != isFolder) fs::remove_all(path);
+        if (type == "dir") {
+            fs::create_directories(path);
+        } else if (type == "file") {
+            fs::create_directories(path.parent_path());
+            std::ofstream(path, std::ios::binary) << contentsOf(entry);
+        } else if (type != "remove") {
+            throw std::runtime_error("unknown entry type: " + type);
+        }
+    }
+}
+
+Json ScratchTree::located(const Json& json) const {
+    static const std::string placeholder = "${ROOT}";
+    if (json.is_string()) {
+        std::string text = json.get<std::string>();
+        for (std::size_t at = text.find(placeholder); at != std::string::npos;
+             at = text.find(placeholder, at)) {
+            text.replace(at, placeholder.size(), path());
+            at += path().size();
+        }
+        return text;
+    }
+    Json result = json;
+    if (json.is_structured()) {
+        for (auto& element : result)
+            element = located(element);
+    }
+    return result;
+}
+
+} // namespace varnet::vectors

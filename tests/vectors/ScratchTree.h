@@ -1,0 +1,34 @@
+#pragma once
+
+#include "tests/vectors/Comparison.h"
+
+#include <filesystem>
+#include <string>
+
+namespace varnet::vectors {
+
+/// A temporary folder called "root" with nothing in or above it that a project would have; removed in the
+/// end.
+class ScratchTree {
+public:
+    ScratchTree();
+    ~ScratchTree();
+    ScratchTree(const ScratchTree&) = delete;
+    ScratchTree& operator=(const ScratchTree&) = delete;
+
+    /// Real path of the folder.
+    std::string path() const { return root_.string(); }
+
+    /// Applies entries {"path", "type": file | dir | remove, "text" or "hex"}; an entry of another type in
+    /// the way is replaced.
+    void apply(const Json& entries);
+
+    /// The JSON with "${ROOT}" replaced by the path in every text.
+    Json located(const Json& json) const;
+
+private:
+    std::filesystem::path outer_;
+    std::filesystem::path root_;
+};
+
+} // namespace varnet::vectors
