@@ -19,11 +19,18 @@ int main(int argc, char** argv) {
     case CommandLine::Action::refuse:
         std::fprintf(stderr, "varnet: %s Try \"varnet --help\".\n", line.refusal.c_str());
         return badUsage;
-    case CommandLine::Action::help: std::fputs(CommandLine::help().data(), stdout); return 0;
-    case CommandLine::Action::version: std::puts("varnet " VARNET_VERSION); return 0;
-    case CommandLine::Action::diagnose: return varnet::Diagnostics::run();
-    case CommandLine::Action::benchmark: return varnet::Diagnostics::benchmark(line.seconds);
-    case CommandLine::Action::start: return varnet::Diagnostics::liveReading();
+    case CommandLine::Action::help:
+        std::fputs(CommandLine::help().data(), stdout);
+        return 0;
+    case CommandLine::Action::version:
+        std::puts("varnet " VARNET_VERSION);
+        return 0;
+    case CommandLine::Action::diagnose:
+        return varnet::Diagnostics::run();
+    case CommandLine::Action::benchmark:
+        return varnet::Diagnostics::benchmark(line.seconds);
+    case CommandLine::Action::start:
+        return varnet::Diagnostics::liveReading();
     }
     return badUsage;
 }

@@ -15,15 +15,18 @@ IdleFarm::IdleFarm(int count) {
         if (child == 0) {
             prctl(PR_SET_PDEATHSIG, SIGKILL);
             if (getppid() != farmer) _exit(0);
-            for (;;) pause();
+            for (;;)
+                pause();
         }
         children_.push_back(child);
     }
 }
 
 IdleFarm::~IdleFarm() {
-    for (const pid_t child : children_) kill(child, SIGKILL);
-    for (const pid_t child : children_) waitpid(child, nullptr, 0);
+    for (const pid_t child : children_)
+        kill(child, SIGKILL);
+    for (const pid_t child : children_)
+        waitpid(child, nullptr, 0);
 }
 
 } // namespace varnet

@@ -1,12 +1,12 @@
 // Keeps so many idle processes alive until its standard input ends: the load that scripts/compare puts under
 // every monitor.
 
-#include "benchmarks/IdleFarm.h"
-
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
+
+#include "benchmarks/IdleFarm.h"
 
 int main(int argc, char** argv) {
     const varnet::IdleFarm farm(argc > 1 ? std::atoi(argv[1]) : 0);

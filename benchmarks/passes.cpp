@@ -5,7 +5,6 @@
 
 #include "VarnetApp/Engine/MonitorEngine.h"
 #include "VarnetCore/Base/Clock.h"
-#include "benchmarks/IdleFarm.h"
 #include "probes/SystemProbes.h"
 
 #include <fmt/format.h>
@@ -22,6 +21,8 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "benchmarks/IdleFarm.h"
 
 namespace {
 
@@ -81,8 +82,9 @@ void report(int count) {
         const auto perProcess = [](const Cost& cost) {
             return cost.perPass * 1e6 / static_cast<double>(cost.processes);
         };
-        fmt::print("{:>9}  {:>20.2f}  {:>19.2f}  {:>15.3f}  {:>11.1f}\n", metric.processes, perProcess(metric),
-                   perProcess(table), metric.perPass / 2 * 100, static_cast<double>(residentBytes()) / 1e6);
+        fmt::print("{:>9}  {:>20.2f}  {:>19.2f}  {:>15.3f}  {:>11.1f}\n", metric.processes,
+                   perProcess(metric), perProcess(table), metric.perPass / 2 * 100,
+                   static_cast<double>(residentBytes()) / 1e6);
     }
     std::error_code ignored;
     std::filesystem::remove_all(storage, ignored);
@@ -92,7 +94,8 @@ void report(int count) {
 
 int main(int argc, char** argv) {
     std::vector<int> counts;
-    for (int i = 1; i < argc; ++i) counts.push_back(std::atoi(argv[i]));
+    for (int i = 1; i < argc; ++i)
+        counts.push_back(std::atoi(argv[i]));
     if (counts.empty()) counts = {0, 500, 2000, 5000};
     fmt::print("processes  metric us/process     table us/process     % of one core  resident MB\n");
     for (const int count : counts) {

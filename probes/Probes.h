@@ -43,10 +43,10 @@ public:
     virtual std::int32_t signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
                                        std::int32_t signal) = 0;
 
-    virtual std::uint32_t userID() = 0;          ///< the real user this program runs as
-    virtual int activeProcessorCount() = 0;      ///< at least 1
-    virtual std::uint64_t physicalMemory() = 0;  ///< bytes; 0 when unknown
-    virtual double systemUptime() = 0;           ///< seconds since boot
+    virtual std::uint32_t userID() = 0;         ///< the real user this program runs as
+    virtual int activeProcessorCount() = 0;     ///< at least 1
+    virtual std::uint64_t physicalMemory() = 0; ///< bytes; 0 when unknown
+    virtual double systemUptime() = 0;          ///< seconds since boot
 };
 
 } // namespace varnet

@@ -42,11 +42,13 @@ std::optional<Probes::Identity> SystemProbes::identity(std::int32_t pid) {
 }
 
 std::optional<std::string> SystemProbes::path(std::int32_t pid) {
-    return readText(VN_PATH_SIZE, [pid](char* buffer, std::size_t size) { return vn_path(pid, buffer, size); });
+    return readText(VN_PATH_SIZE,
+                    [pid](char* buffer, std::size_t size) { return vn_path(pid, buffer, size); });
 }
 
 std::optional<std::string> SystemProbes::cwd(std::int32_t pid) {
-    return readText(VN_PATH_SIZE, [pid](char* buffer, std::size_t size) { return vn_cwd(pid, buffer, size); });
+    return readText(VN_PATH_SIZE,
+                    [pid](char* buffer, std::size_t size) { return vn_cwd(pid, buffer, size); });
 }
 
 std::optional<std::string> SystemProbes::arguments(std::int32_t pid) {

@@ -21,7 +21,8 @@ Json orNull(const std::optional<Value>& value) {
 
 Json identities(const std::vector<SampleRef>& processes) {
     Json list = Json::array();
-    for (const SampleRef& process : processes) list.push_back(process->id.id());
+    for (const SampleRef& process : processes)
+        list.push_back(process->id.id());
     return list;
 }
 
@@ -73,7 +74,8 @@ Json json(const Service& service) {
 
 Json json(const Finding& finding) {
     Json targets = Json::array();
-    for (const ProcessIdentity& target : finding.targets) targets.push_back(target.id());
+    for (const ProcessIdentity& target : finding.targets)
+        targets.push_back(target.id());
     return {{"id", finding.id},
             {"kind", rawValue(finding.kind)},
             {"title", finding.title},
@@ -90,16 +92,19 @@ Json json(const Fan& fan) {
 template <class Records>
 Json list(const Records& records) {
     Json result = Json::array();
-    for (const auto& record : records) result.push_back(json(record));
+    for (const auto& record : records)
+        result.push_back(json(record));
     return result;
 }
 
 /// Every process stands in exactly one group.
 bool uniqueMembership(const MonitorSnapshot& snapshot) {
     std::unordered_map<ProcessIdentity, int> groupsOf;
-    for (const SampleRef& process : snapshot.processes) groupsOf.emplace(process->id, 0);
+    for (const SampleRef& process : snapshot.processes)
+        groupsOf.emplace(process->id, 0);
     for (const ApplicationGroup& group : snapshot.groups) {
-        for (const SampleRef& process : group.processes) ++groupsOf[process->id];
+        for (const SampleRef& process : group.processes)
+            ++groupsOf[process->id];
     }
     return groupsOf.size() == snapshot.processes.size() &&
            std::ranges::all_of(groupsOf | std::views::values, [](int count) { return count == 1; });
@@ -112,7 +117,8 @@ std::string percent(const std::optional<double>& value) {
 std::string bytes(const std::optional<std::uint64_t>& value) {
     if (!value) return "—";
     const double megabytes = static_cast<double>(*value) / 1e6;
-    return megabytes < 1000 ? fmt::format("{:.0f} MB", megabytes) : fmt::format("{:.1f} GB", megabytes / 1000);
+    return megabytes < 1000 ? fmt::format("{:.0f} MB", megabytes)
+                            : fmt::format("{:.1f} GB", megabytes / 1000);
 }
 
 std::string portList(const std::vector<int>& ports) {
@@ -122,29 +128,30 @@ std::string portList(const std::vector<int>& ports) {
 } // namespace
 
 Json json(const MonitorSnapshot& snapshot) {
-    return {{"date", snapshot.date.seconds},
-            {"error", orNull(snapshot.error)},
-            {"processes", snapshot.processes.size()},
-            {"processesWithCPU",
-             std::ranges::count_if(snapshot.processes, [](const SampleRef& p) { return p->cpu.has_value(); })},
-            {"processesWithMemory",
-             std::ranges::count_if(snapshot.processes, [](const SampleRef& p) { return p->memory.has_value(); })},
-            {"uniqueMembership", uniqueMembership(snapshot)},
-            {"developmentProcesses", snapshot.developmentCount()},
-            {"agents", snapshot.agentCount()},
-            {"logicalCores", snapshot.logicalCores},
-            {"wholeMacCPU", orNull(snapshot.systemCPU)},
-            {"usedRAMBytes", orNull(snapshot.systemMemory.usedRAM)},
-            {"physicalRAMBytes", snapshot.physicalMemory > 0 ? Json(snapshot.physicalMemory) : Json(nullptr)},
-            {"compressedRAMBytes", orNull(snapshot.systemMemory.compressed)},
-            {"swapUsedBytes", orNull(snapshot.systemMemory.swapUsed)},
-            {"processFootprintBytes", orNull(snapshot.processMemory())},
-            {"thermal", rawValue(snapshot.thermal)},
-            {"fanAvailability", rawValue(snapshot.fans.availability)},
-            {"fans", list(snapshot.fans.fans)},
-            {"findings", list(snapshot.findings)},
-            {"groups", list(snapshot.groups)},
-            {"services", list(snapshot.services)}};
+    return {
+        {"date", snapshot.date.seconds},
+        {"error", orNull(snapshot.error)},
+        {"processes", snapshot.processes.size()},
+        {"processesWithCPU",
+         std::ranges::count_if(snapshot.processes, [](const SampleRef& p) { return p->cpu.has_value(); })},
+        {"processesWithMemory",
+         std::ranges::count_if(snapshot.processes, [](const SampleRef& p) { return p->memory.has_value(); })},
+        {"uniqueMembership", uniqueMembership(snapshot)},
+        {"developmentProcesses", snapshot.developmentCount()},
+        {"agents", snapshot.agentCount()},
+        {"logicalCores", snapshot.logicalCores},
+        {"wholeMacCPU", orNull(snapshot.systemCPU)},
+        {"usedRAMBytes", orNull(snapshot.systemMemory.usedRAM)},
+        {"physicalRAMBytes", snapshot.physicalMemory > 0 ? Json(snapshot.physicalMemory) : Json(nullptr)},
+        {"compressedRAMBytes", orNull(snapshot.systemMemory.compressed)},
+        {"swapUsedBytes", orNull(snapshot.systemMemory.swapUsed)},
+        {"processFootprintBytes", orNull(snapshot.processMemory())},
+        {"thermal", rawValue(snapshot.thermal)},
+        {"fanAvailability", rawValue(snapshot.fans.availability)},
+        {"fans", list(snapshot.fans.fans)},
+        {"findings", list(snapshot.findings)},
+        {"groups", list(snapshot.groups)},
+        {"services", list(snapshot.services)}};
 }
 
 std::string text(const Json& report) {
@@ -159,8 +166,8 @@ std::string page(const MonitorSnapshot& snapshot) {
                                    bytes(snapshot.systemMemory.swapUsed), snapshot.processes.size());
     page += "\nBusiest\n";
     for (const ApplicationGroup& group : snapshot.groups | std::views::take(shownGroups)) {
-        page += fmt::format("  {:>8}  {:>8}  {}  ({})\n", percent(group.cpu()), bytes(group.memory()), group.name,
-                            group.subtitle);
+        page += fmt::format("  {:>8}  {:>8}  {}  ({})\n", percent(group.cpu()), bytes(group.memory()),
+                            group.name, group.subtitle);
     }
     page += "\nServers\n";
     for (const Service& service : snapshot.services) {

@@ -34,7 +34,8 @@ void boundEnded(std::map<ProcessIdentity, SavedLineage>& index,
     if (ended.size() <= endedLimit) return;
     const auto kept = ended.begin() + endedLimit;
     std::ranges::nth_element(ended, kept, std::greater{});
-    for (auto dropped = kept; dropped != ended.end(); ++dropped) index.erase(dropped->second);
+    for (auto dropped = kept; dropped != ended.end(); ++dropped)
+        index.erase(dropped->second);
 }
 
 std::uint64_t bootSeconds(Probes& probes, Date now) {
@@ -87,8 +88,9 @@ MonitorEngine::MonitorEngine(Setup setup)
     }
 }
 
-std::shared_ptr<const MonitorSnapshot> MonitorEngine::sample(std::span<const ApplicationDescriptor> applications,
-                                                             Thermal thermal, bool isUIVisible) {
+std::shared_ptr<const MonitorSnapshot>
+MonitorEngine::sample(std::span<const ApplicationDescriptor> applications, Thermal thermal,
+                      bool isUIVisible) {
     const Date now = clock_.now();
     if (lastSample_ && now - *lastSample_ > Timing::sleepGap) resetAfterSleep();
     const bool metricsDue =
@@ -194,7 +196,8 @@ ProcessSample MonitorEngine::measure(const VNTableEntry& entry, bool metricsDue,
     return sample;
 }
 
-void MonitorEngine::measureUsage(const VNTableEntry& entry, const ProcessIdentity& id, Known& known, Date now) {
+void MonitorEngine::measureUsage(const VNTableEntry& entry, const ProcessIdentity& id, Known& known,
+                                 Date now) {
     known.cachedMetrics = {};
     if (entry.hasUsage == 0) {
         known.cachedEnergy = {};
@@ -252,9 +255,10 @@ void MonitorEngine::refreshMetadata(std::int32_t pid, Metadata& metadata, bool w
 
 bool MonitorEngine::isSystem(const VNTableEntry& entry, std::string_view executable) const noexcept {
     if ((entry.flags & VN_FLAG_SYSTEM) != 0 || entry.uid != uid_) return true;
-    constexpr std::array<std::string_view, 3> systemFolders{"/System/Library/", "/usr/libexec/", "/usr/sbin/"};
-    return std::ranges::any_of(systemFolders,
-                               [executable](std::string_view folder) { return executable.starts_with(folder); });
+    constexpr std::array<std::string_view, 3> systemFolders{"/System/Library/", "/usr/libexec/",
+                                                            "/usr/sbin/"};
+    return std::ranges::any_of(
+        systemFolders, [executable](std::string_view folder) { return executable.starts_with(folder); });
 }
 
 void MonitorEngine::noticeExitedOrigins(const std::unordered_set<ProcessIdentity>& live, Date now) {
@@ -306,7 +310,8 @@ void MonitorEngine::measureMemory(std::uint64_t physicalMemory) {
 /// The last good picture stays, marked as what it is; the next good pass replaces it.
 std::shared_ptr<const MonitorSnapshot> MonitorEngine::failedPass(Date now) {
     energySampler_.reset();
-    for (auto& [id, known] : known_) known.cachedEnergy = {};
+    for (auto& [id, known] : known_)
+        known.cachedEnergy = {};
     auto snapshot = std::make_shared<MonitorSnapshot>(*mostRecent_);
     if (snapshot->fans.availability == FanAvailability::available) {
         snapshot->fans.availability = FanAvailability::stale;
@@ -336,7 +341,8 @@ void MonitorEngine::archiveStep(std::span<const SampleRef> processes,
         return saved == index.end() || now - saved->second.lastSeen >= SessionArchive::retention;
     });
     archive_.lineage.clear();
-    for (auto& [identity, saved] : index) archive_.lineage.push_back(std::move(saved));
+    for (auto& [identity, saved] : index)
+        archive_.lineage.push_back(std::move(saved));
     archive_.prune(now, live);
     saveArchive();
     lastArchiveWrite_ = now;

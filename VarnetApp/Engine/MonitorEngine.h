@@ -30,20 +30,20 @@ class MonitorEngine {
 public:
     /// Seconds.
     struct Timing {
-        static constexpr double sleepGap = 15;          ///< a longer silence counts as sleep
-        static constexpr double pass = 2;               ///< least time between passes
-        static constexpr double visibleMetrics = 2;     ///< CPU, memory, energy and paths, somebody looking
-        static constexpr double hiddenMetrics = 5;      ///< the same, nobody looking
+        static constexpr double sleepGap = 15;      ///< a longer silence counts as sleep
+        static constexpr double pass = 2;           ///< least time between passes
+        static constexpr double visibleMetrics = 2; ///< CPU, memory, energy and paths, somebody looking
+        static constexpr double hiddenMetrics = 5;  ///< the same, nobody looking
         static constexpr double fans = 5;
-        static constexpr double metadata = 10;          ///< a process's arguments and working directory
-        static constexpr double ports = 10;             ///< a process's ports
-        static constexpr double history = 900;          ///< machine CPU history kept
-        static constexpr double archive = 30;           ///< between two saves
+        static constexpr double metadata = 10; ///< a process's arguments and working directory
+        static constexpr double ports = 10;    ///< a process's ports
+        static constexpr double history = 900; ///< machine CPU history kept
+        static constexpr double archive = 30;  ///< between two saves
     };
 
     struct Setup {
-        Probes& probes;             ///< outlives the engine
-        const Clock& clock;         ///< outlives the engine
+        Probes& probes;                ///< outlives the engine
+        const Clock& clock;            ///< outlives the engine
         std::filesystem::path storage; ///< folder of "history.json"; empty: the data root
         std::filesystem::path home;    ///< the user's home folder; empty: found by itself
     };

@@ -68,8 +68,8 @@ std::optional<std::string> write(const std::filesystem::path& file, std::string_
     std::string temporary = (folder / "varnet-XXXXXX").string();
     File out(mkostemp(temporary.data(), O_CLOEXEC)); // made with mode 0600
     if (out.get() < 0) return systemWords(errno);
-    const bool renamed = writeAll(out.get(), bytes) && fchmod(out.get(), 0600) == 0 && fsync(out.get()) == 0 &&
-                         out.close() && rename(temporary.c_str(), file.c_str()) == 0;
+    const bool renamed = writeAll(out.get(), bytes) && fchmod(out.get(), 0600) == 0 &&
+                         fsync(out.get()) == 0 && out.close() && rename(temporary.c_str(), file.c_str()) == 0;
     if (!renamed) {
         const int error = errno;
         unlink(temporary.c_str());

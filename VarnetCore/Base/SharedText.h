@@ -30,6 +30,7 @@ public:
         return a.text_ == b.text_ || a.str() == b.str();
     }
     friend bool operator==(const SharedText& a, std::string_view b) noexcept { return a.str() == b; }
+    friend bool operator==(const SharedText& a, const char* b) noexcept { return a.str() == b; }
 
 private:
     std::shared_ptr<const std::string> text_;

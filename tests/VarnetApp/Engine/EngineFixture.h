@@ -18,7 +18,7 @@ namespace varnet {
 
 /// An engine on a pretended machine with its own storage and a clock in hand.
 class EngineFixture : public testing::Test {
-protected:
+public:
     using Snapshot = std::shared_ptr<const MonitorSnapshot>;
 
     EngineFixture() { restart(); }
@@ -30,7 +30,9 @@ protected:
             .probes = probes, .clock = clock, .storage = folder.path() / "state", .home = folder.path()});
     }
 
-    Snapshot sample(bool isUIVisible = true) { return engine->sample(applications, Thermal::nominal, isUIVisible); }
+    Snapshot sample(bool isUIVisible = true) {
+        return engine->sample(applications, Thermal::nominal, isUIVisible);
+    }
 
     Snapshot sampleAfter(double seconds, bool isUIVisible = true) {
         clock.advance(seconds);

@@ -9,7 +9,7 @@ using Optional = std::optional<double>;
 
 constexpr std::uint64_t second = 1'000'000'000; // of CPU time
 
-class MonitorEngineTest : public EngineFixture {};
+using MonitorEngineTest = EngineFixture;
 
 TEST_F(MonitorEngineTest, beforeTheFirstPassNothingIsKnown) {
     probes.tableFails = true;
@@ -25,9 +25,9 @@ TEST_F(MonitorEngineTest, visibleCallsOneSecondApartMeasureEverySecondTime) {
     add(10, "a");
     const auto first = sample();
     EXPECT_EQ(sampleAfter(1), first);
-    const auto second = sampleAfter(1);
-    EXPECT_NE(second, first);
-    EXPECT_EQ(second->date - first->date, 2);
+    const auto next = sampleAfter(1);
+    EXPECT_NE(next, first);
+    EXPECT_EQ(next->date - first->date, 2);
     EXPECT_EQ(probes.calls.fullTables, 2);
     EXPECT_EQ(probes.calls.graphTables, 0);
 }
@@ -92,7 +92,8 @@ TEST_F(MonitorEngineTest, unreadableUsageIsUnknownAndComesBack) {
     EXPECT_EQ(hidden->memory, std::nullopt);
     EXPECT_EQ(hidden->energyImpact, std::nullopt);
     subject.cpu = 3 * second;
-    EXPECT_EQ(process(sampleAfter(2), 10)->cpu, Optional(50)) << "2 s of CPU within the 4 s since it was read";
+    EXPECT_EQ(process(sampleAfter(2), 10)->cpu, Optional(50))
+        << "2 s of CPU within the 4 s since it was read";
 }
 
 TEST_F(MonitorEngineTest, pidReuseKeepsMeasurementsApart) {
@@ -124,7 +125,8 @@ TEST_F(MonitorEngineTest, longSilenceForgetsWhatWasMeasured) {
 
 TEST_F(MonitorEngineTest, failedTableKeepsTheLastGoodPicture) {
     add(10, "a");
-    probes.memory = {.compressed = 1, .swapUsed = 2, .used = 3, .hasCompressed = 1, .hasSwap = 1, .hasUsed = 1};
+    probes.memory = {
+        .compressed = 1, .swapUsed = 2, .used = 3, .hasCompressed = 1, .hasSwap = 1, .hasUsed = 1};
     const auto good = sample();
     probes.tableFails = true;
     const auto failed = sampleAfter(2);
@@ -183,7 +185,12 @@ TEST_F(MonitorEngineTest, machineHistoryReachesBackFifteenMinutes) {
 }
 
 TEST_F(MonitorEngineTest, impossibleMemoryIsUnknown) {
-    probes.memory = {.compressed = 1, .swapUsed = 2, .used = probes.ram + 1, .hasCompressed = 1, .hasUsed = 1};
+    probes.memory = {.compressed = 1,
+                     .swapUsed = 2,
+                     .used = probes.ram + 1,
+                     .hasCompressed = 1,
+                     .hasSwap = 0,
+                     .hasUsed = 1};
     const auto memory = sample()->systemMemory;
     EXPECT_EQ(memory.usedRAM, std::nullopt);
     EXPECT_EQ(memory.compressed, 1U);
@@ -197,7 +204,8 @@ TEST_F(MonitorEngineTest, systemProcessesAreToldByFlagUserAndFolder) {
     add(13, "daemon").path = "/usr/sbin/daemon";
     add(14, "helper").path = "/usr/libexec/helper";
     const auto snapshot = sample();
-    for (const auto& [pid, system] : std::map<int, bool>{{10, false}, {11, true}, {12, true}, {13, true}, {14, true}}) {
+    for (const auto& [pid, system] :
+         std::map<int, bool>{{10, false}, {11, true}, {12, true}, {13, true}, {14, true}}) {
         EXPECT_EQ(process(snapshot, pid)->isSystem, system) << pid;
     }
 }
@@ -307,8 +315,8 @@ TEST_F(MonitorEngineTest, agentThatExitsIsNoticed) {
              heir.start += 1;
          },
          true},
-        {"missed by the table but alive",
-         [](MonitorEngineTest& t) { t.probes.processes[30].listed = false; }, false},
+        {"missed by the table but alive", [](MonitorEngineTest& t) { t.probes.processes[30].listed = false; },
+         false},
         {"out of reach",
          [](MonitorEngineTest& t) {
              t.probes.processes.erase(30);
