@@ -72,7 +72,8 @@ struct Key {
 
 Key splitKey(std::string_view key) {
     const std::size_t bracket = key.find('[');
-    if (bracket == std::string_view::npos || !key.ends_with(']')) {
+    // An empty pair of brackets is no language, and leaves a key that nobody asks for.
+    if (bracket == std::string_view::npos || !key.ends_with(']') || bracket + 2 == key.size()) {
         return {key, {}};
     }
     return {key.substr(0, bracket), key.substr(bracket + 1, key.size() - bracket - 2)};

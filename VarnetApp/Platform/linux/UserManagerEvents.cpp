@@ -76,6 +76,8 @@ void UserManagerEvents::listen(Handlers handlers) {
         disconnect();
         return;
     }
+    // Slots are matched to signals by the names of their types, which are known only once registered.
+    qRegisterMetaType<QDBusObjectPath>();
     connection_->connect(managerService(), managerPath(), managerInterface(), QStringLiteral("JobRemoved"),
                          this, SLOT(onJobRemoved(uint, QDBusObjectPath, QString, QString)));
     connection_->connect(managerService(), managerPath(), managerInterface(), QStringLiteral("UnitRemoved"),
