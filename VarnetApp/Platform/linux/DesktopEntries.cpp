@@ -13,6 +13,7 @@
 #include <array>
 #include <cstdlib>
 #include <memory>
+#include <tuple>
 #include <utility>
 
 namespace varnet::platform {
@@ -226,8 +227,9 @@ std::string DesktopEntries::located(const std::string& program) const {
 
 void DesktopEntries::indexPrograms(std::vector<Program>& programs) {
     // Of several entries for one program the plainest command line stands for it: the others are its modes.
-    std::stable_sort(programs.begin(), programs.end(),
-                     [](const Program& a, const Program& b) { return a.arguments < b.arguments; });
+    std::sort(programs.begin(), programs.end(), [](const Program& a, const Program& b) {
+        return std::tie(a.arguments, a.application) < std::tie(b.arguments, b.application);
+    });
     for (const Program& program : programs) {
         for (const std::string& path : {program.canonical, program.written}) {
             const std::string_view name = lastPiece(path);

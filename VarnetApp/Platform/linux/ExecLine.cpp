@@ -15,10 +15,13 @@ constexpr std::size_t mostWords = 256;
 std::string withoutFieldCodes(std::string_view word) {
     std::string result;
     for (std::size_t i = 0; i < word.size(); ++i) {
-        if (word[i] != '%') {
+        if (word[i] == '%') {
+            ++i;
+            if (i < word.size() && word[i] == '%') {
+                result.push_back('%');
+            }
+        } else {
             result.push_back(word[i]);
-        } else if (++i < word.size() && word[i] == '%') {
-            result.push_back('%');
         }
     }
     return result;

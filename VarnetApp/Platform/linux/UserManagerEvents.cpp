@@ -41,7 +41,7 @@ QString sessionBusAddress() {
         return {};
     }
     return QStringLiteral("unix:path=") +
-           QString::fromLatin1(QFile::encodeName(socket).toPercentEncoding("/"));
+           QString::fromLatin1(QFile::encodeName(socket).toPercentEncoding("/", "~"));
 }
 
 } // namespace
