@@ -1,0 +1,47 @@
+#include "VarnetApp/Platform/linux/KernelProcessAccess.h"
+
+#include "VarnetApp/Platform/linux/ControlGroupFile.h"
+#include "probes/vn_probes.h"
+
+#include <array>
+#include <memory>
+#include <span>
+
+namespace varnet::platform {
+
+std::optional<std::vector<RunningProcess>> KernelProcessAccess::processes() {
+    // A table's rows are a hundredth of the plain list's, which has room for a path in each.
+    const std::unique_ptr<VNTable, decltype(&vn_table_close)> table(vn_table_open(), &vn_table_close);
+    const VNTableEntry* rows = nullptr;
+    const std::int32_t count = table ? vn_table_read(table.get(), 0, &rows) : -1;
+    if (count < 0) {
+        return std::nullopt;
+    }
+    std::vector<RunningProcess> processes;
+    processes.reserve(static_cast<std::size_t>(count));
+    for (const VNTableEntry& row : std::span(rows, static_cast<std::size_t>(count))) {
+        if ((row.flags & VN_FLAG_SYSTEM) == 0) {
+            processes.push_back({row.pid, row.parent, row.uid, row.start});
+        }
+    }
+    return processes;
+}
+
+std::optional<ProcessAccess::Identity> KernelProcessAccess::identity(std::int32_t pid) {
+    Identity identity;
+    if (vn_identity(pid, &identity.start, &identity.uid) != 0) {
+        return std::nullopt;
+    }
+    return identity;
+}
+
+std::string KernelProcessAccess::executable(std::int32_t pid) {
+    std::array<char, VN_PATH_SIZE> path{};
+    return vn_path(pid, path.data(), path.size()) == 0 ? std::string(path.data()) : std::string();
+}
+
+std::string KernelProcessAccess::controlGroup(std::int32_t pid) {
+    return readControlGroupFile(pid);
+}
+
+} // namespace varnet::platform

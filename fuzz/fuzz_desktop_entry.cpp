@@ -1,0 +1,31 @@
+#include "VarnetApp/Platform/linux/DesktopEntry.h"
+#include "VarnetApp/Platform/linux/ExecLine.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+/// A .desktop file down to the program that it runs. The first line stands for the locale.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace varnet::platform;
+    std::string_view text(reinterpret_cast<const char*>(data), size);
+    const std::string_view locale = text.substr(0, text.find('\n'));
+    parseExecLine(text);
+    const auto entry = parseDesktopEntry(text, localeTags(locale));
+    if (!entry) {
+        return 0;
+    }
+    for (const char c : entry->name) {
+        if (static_cast<unsigned char>(c) < 0x20) {
+            std::abort(); // a name is one line
+        }
+    }
+    if (const auto line = parseExecLine(entry->exec)) {
+        if (line->program.empty()) {
+            std::abort();
+        }
+        runsOtherPrograms(line->program);
+    }
+    return 0;
+}

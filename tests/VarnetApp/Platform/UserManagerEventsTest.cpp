@@ -1,0 +1,219 @@
+#include "VarnetApp/Platform/linux/UserManagerEvents.h"
+
+#include "tests/VarnetApp/Platform/FakeMachine.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QProcess>
+#include <QTimer>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace varnet::platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+QCoreApplication& application() {
+    static int count = 1;
+    static char name[] = "test";
+    static char* arguments[] = {name, nullptr};
+    static QCoreApplication instance(count, arguments);
+    return instance;
+}
+
+/// Turns the event loop until something holds. @return whether it did within ten seconds
+bool eventually(const std::function<bool()>& holds) {
+    const QDeadlineTimer deadline(10'000);
+    while (!holds()) {
+        if (deadline.hasExpired()) {
+            return false;
+        }
+        QEventLoop loop;
+        QTimer::singleShot(2, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    return true;
+}
+
+/// A message bus of the test's own.
+class PrivateBus {
+public:
+    explicit PrivateBus(const test::TemporaryFolder& folder) : address_("unix:path=" + folder.path("bus")) {
+        daemon_.start("dbus-daemon", {"--session", "--nofork", "--nopidfile", "--print-address",
+                                      "--address=" + QString::fromStdString(address_)});
+        running_ = daemon_.waitForStarted(10'000) && daemon_.waitForReadyRead(10'000);
+    }
+    ~PrivateBus() { stop(); }
+    void stop() {
+        daemon_.kill();
+        daemon_.waitForFinished(10'000);
+    }
+
+    bool running() const { return running_; }
+    QString address() const { return QString::fromStdString(address_); }
+
+private:
+    const std::string address_;
+    QProcess daemon_;
+    bool running_ = false;
+};
+
+/// The user's service manager, as far as subscribing and signalling goes.
+class FakeManager final : public QDBusVirtualObject {
+public:
+    explicit FakeManager(const QString& address)
+        : bus_(QDBusConnection::connectToBus(address, "fake-manager")) {
+        bus_.registerVirtualObject("/org/freedesktop/systemd1", this);
+        bus_.registerService("org.freedesktop.systemd1");
+    }
+    ~FakeManager() override {
+        bus_.unregisterObject("/org/freedesktop/systemd1");
+        QDBusConnection::disconnectFromBus("fake-manager");
+    }
+
+    QString introspect(const QString&) const override { return {}; }
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+        if (message.interface() != "org.freedesktop.systemd1.Manager" || message.member() != "Subscribe") {
+            return false;
+        }
+        ++subscriptions;
+        return connection.send(message.createReply());
+    }
+
+    void emitUnitNew(const QString& unit) { emitSignal("UnitNew", {unit, path()}); }
+    void emitJobRemoved(const QString& unit, const QString& result) {
+        emitSignal("JobRemoved", {1u, path(), unit, result});
+    }
+    void emitUnitRemoved(const QString& unit) { emitSignal("UnitRemoved", {unit, path()}); }
+
+    int subscriptions = 0;
+
+private:
+    static QVariant path() { return QVariant::fromValue(QDBusObjectPath("/org/freedesktop/systemd1/x")); }
+    void emitSignal(const QString& member, const QVariantList& arguments) {
+        QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/systemd1",
+                                                         "org.freedesktop.systemd1.Manager", member);
+        signal.setArguments(arguments);
+        bus_.send(signal);
+    }
+
+    QDBusConnection bus_;
+};
+
+class UserManagerEventsTest : public testing::Test {
+protected:
+    UserManagerEventsTest() { application(); }
+
+    void SetUp() override {
+        machine.install("foot", "Exec=foot");
+        bus = std::make_unique<PrivateBus>(folder);
+        ASSERT_TRUE(bus->running());
+    }
+    std::string scope(std::int32_t pid) { return "app-foot-" + std::to_string(pid) + ".scope"; }
+    void launch(std::int32_t pid) {
+        machine.run(pid, 1, static_cast<std::uint64_t>(pid), "/usr/bin/foot", machine.managed(scope(pid)));
+    }
+    QString unit(std::int32_t pid) { return QString::fromStdString(scope(pid)); }
+
+    test::TemporaryFolder folder;
+    FakeMachine machine;
+    std::unique_ptr<PrivateBus> bus;
+};
+
+TEST_F(UserManagerEventsTest, launchAndExitArriveBetweenTwoListings) {
+    FakeManager manager(bus->address());
+    auto catalog = machine.catalog(std::make_unique<UserManagerEvents>(bus->address()));
+    EXPECT_THAT(listed(catalog), IsEmpty());
+    ASSERT_TRUE(eventually([&] { return manager.subscriptions == 1; }));
+
+    launch(70);
+    manager.emitUnitNew(unit(70));
+    manager.emitJobRemoved(unit(71), "failed");
+    manager.emitJobRemoved(unit(70), "done");
+    ASSERT_TRUE(eventually([&] { return !listed(catalog).empty(); }));
+    EXPECT_THAT(listed(catalog), ElementsAre("foot@70"));
+    EXPECT_EQ(machine.listings, 2);
+
+    machine.rows.clear();
+    manager.emitUnitRemoved(unit(70));
+    ASSERT_TRUE(eventually([&] { return listed(catalog).empty(); }));
+    EXPECT_EQ(machine.listings, 2);
+}
+
+TEST_F(UserManagerEventsTest, managerThatComesLateOrAnewIsSubscribedTo) {
+    auto catalog = machine.catalog(std::make_unique<UserManagerEvents>(bus->address()));
+    EXPECT_THAT(listed(catalog), IsEmpty());
+    for (const std::int32_t pid : {70, 71}) {
+        FakeManager manager(bus->address());
+        ASSERT_TRUE(eventually([&] { return manager.subscriptions >= 1; })) << pid;
+        launch(pid);
+        manager.emitJobRemoved(unit(pid), "done");
+        ASSERT_TRUE(eventually([&] { return listed(catalog).contains("foot@" + std::to_string(pid)); }))
+            << pid;
+    }
+    EXPECT_EQ(machine.listings, 3) << "one for each launch, beside the first";
+}
+
+TEST_F(UserManagerEventsTest, busThatIsLostIsFoundAgainWithTheNextListing) {
+    auto manager = std::make_unique<FakeManager>(bus->address());
+    auto catalog = machine.catalog(std::make_unique<UserManagerEvents>(bus->address()));
+    EXPECT_THAT(listed(catalog), IsEmpty());
+    manager.reset();
+    bus->stop();
+    launch(70);
+    machine.clock.time = machine.clock.time + 60;
+    EXPECT_THAT(listed(catalog), ElementsAre("foot@70")) << "the listing needs no bus";
+
+    bus = std::make_unique<PrivateBus>(folder);
+    ASSERT_TRUE(bus->running());
+    manager = std::make_unique<FakeManager>(bus->address());
+    ASSERT_TRUE(eventually([&] {
+        machine.clock.time = machine.clock.time + 60;
+        catalog.snapshot();
+        return manager->subscriptions >= 1;
+    }));
+    machine.rows.clear();
+    manager->emitUnitRemoved(unit(70));
+    ASSERT_TRUE(eventually([&] { return listed(catalog).empty(); }));
+}
+
+TEST_F(UserManagerEventsTest, otherClientsOfTheBusAreNotBelieved) {
+    FakeManager manager(bus->address());
+    launch(70);
+    auto catalog = machine.catalog(std::make_unique<UserManagerEvents>(bus->address()));
+    EXPECT_THAT(listed(catalog), ElementsAre("foot@70"));
+    ASSERT_TRUE(eventually([&] { return manager.subscriptions == 1; }));
+
+    QDBusConnection stranger = QDBusConnection::connectToBus(bus->address(), "stranger");
+    QDBusMessage forged = QDBusMessage::createSignal("/org/freedesktop/systemd1",
+                                                     "org.freedesktop.systemd1.Manager", "UnitRemoved");
+    forged.setArguments({unit(70), QVariant::fromValue(QDBusObjectPath("/x"))});
+    stranger.send(forged);
+    QDBusConnection::disconnectFromBus("stranger");
+    // The manager's own signal behind it shows that the forged one has been through.
+    launch(71);
+    manager.emitJobRemoved(unit(71), "done");
+    ASSERT_TRUE(eventually([&] { return listed(catalog).contains("foot@71"); }));
+    EXPECT_THAT(listed(catalog), ElementsAre("foot@70", "foot@71"));
+}
+
+TEST(UserManagerEventsAbsence, noBusCostsNothingButTheEvents) {
+    application();
+    FakeMachine machine;
+    machine.install("foot", "Exec=foot");
+    machine.run(70, 1, 1, "/usr/bin/foot", machine.managed("app-foot-70.scope"));
+    auto catalog =
+        machine.catalog(std::make_unique<UserManagerEvents>("unix:path=/nonexistent/varnet-test-bus"));
+    EXPECT_THAT(listed(catalog), ElementsAre("foot@70"));
+}
+
+} // namespace
+} // namespace varnet::platform
