@@ -14,16 +14,16 @@ constexpr std::size_t argumentBufferSize = 32'768;
 constexpr std::int32_t portCapacity = 64;
 constexpr std::size_t modelBufferSize = 256;
 
-template <class Read>
-std::optional<std::string> readText(std::size_t size, Read read) {
-    std::string buffer(size, '\0');
-    if (read(buffer.data(), buffer.size()) != 0) return std::nullopt;
-    buffer.resize(std::char_traits<char>::length(buffer.c_str()));
-    buffer.shrink_to_fit();
-    return buffer;
-}
-
 } // namespace
+
+/// Reads into one buffer that stays, then copies what came: a fresh large buffer for every small text would
+/// leave the heap full of holes.
+template <class Read>
+std::optional<std::string> SystemProbes::readText(std::size_t size, Read read) {
+    if (buffer_.size() < size) buffer_.resize(size);
+    if (read(buffer_.data(), size) != 0) return std::nullopt;
+    return std::string(buffer_.data());
+}
 
 std::optional<std::span<const VNTableEntry>> SystemProbes::table(bool full) {
     listeners_.reset();

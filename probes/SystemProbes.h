@@ -2,7 +2,11 @@
 
 #include "probes/Probes.h"
 
+#include <cstddef>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace varnet {
 
@@ -35,6 +39,10 @@ private:
         void operator()(VNListeners* listeners) const noexcept { vn_listeners_close(listeners); }
     };
 
+    template <class Read>
+    std::optional<std::string> readText(std::size_t size, Read read);
+
+    std::vector<char> buffer_; ///< for texts; empty until one is read
     std::unique_ptr<VNTable, CloseTable> table_;
     std::unique_ptr<VNListeners, CloseListeners> listeners_; ///< null until ports are asked for
 };
