@@ -2,19 +2,30 @@
 
 #include <array>
 #include <charconv>
+#include <concepts>
+#include <limits>
 
 namespace varnet {
+namespace {
+
+template <std::integral Integer>
+void append(std::string& text, Integer number) {
+    std::array<char, std::numeric_limits<Integer>::digits10 + 2> digits; // a sign and the digit that may vary
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    text.append(digits.data(), end);
+}
+
+} // namespace
 
 std::string ProcessIdentity::id() const {
-    // 20 + 11 + 20 digits at most, and two colons.
-    std::array<char, 53> text;
-    char* const end = text.data() + text.size();
-    char* at = std::to_chars(text.data(), end, boot).ptr;
-    *at++ = ':';
-    at = std::to_chars(at, end, pid).ptr;
-    *at++ = ':';
-    at = std::to_chars(at, end, start).ptr;
-    return {text.data(), at};
+    std::string text;
+    text.reserve(40); // ten digits of boot, seven of pid, sixteen of start: one allocation
+    append(text, boot);
+    text += ':';
+    append(text, pid);
+    text += ':';
+    append(text, start);
+    return text;
 }
 
 } // namespace varnet
