@@ -1,6 +1,7 @@
 // What one pass costs the assembler on a machine where nearly everything sleeps. The time covers assembling
 // and the end of the pass before; making the samples is the engine's work and is left out.
 
+#include "VarnetCore/Monitoring/MonitorSnapshot.h"
 #include "VarnetCore/Monitoring/SnapshotAssembler.h"
 
 #include <benchmark/benchmark.h>
@@ -123,6 +124,16 @@ void assemblePass(benchmark::State& state) {
     state.counters["services"] = static_cast<double>(before.services.size());
 }
 
+/// The detector without the assembler's memory: what asking a sample costs.
+void countDevelopment(benchmark::State& state) {
+    const Machine machine(2000, 200);
+    MonitorSnapshot snapshot;
+    snapshot.processes = SnapshotAssembler().assemble(machine.samples(), {}, Date{}, user).processes;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(snapshot.developmentCount());
+}
+
+BENCHMARK(countDevelopment)->Unit(benchmark::kMicrosecond);
 BENCHMARK(assemblePass)
     ->ArgNames({"idle", "development"})
     ->Args({2000, 0})
