@@ -1,5 +1,7 @@
 #pragma once
 
+#include <concepts>
+#include <initializer_list>
 #include <memory>
 #include <span>
 #include <string>
@@ -29,8 +31,11 @@ public:
     friend bool operator==(const SharedText& a, const SharedText& b) noexcept {
         return a.text_ == b.text_ || a.str() == b.str();
     }
-    friend bool operator==(const SharedText& a, std::string_view b) noexcept { return a.str() == b; }
-    friend bool operator==(const SharedText& a, const char* b) noexcept { return a.str() == b; }
+    template <typename Text>
+        requires(std::convertible_to<const Text&, std::string_view> && !std::same_as<Text, SharedText>)
+    friend bool operator==(const SharedText& a, const Text& b) noexcept {
+        return a.str() == std::string_view(b);
+    }
 
 private:
     std::shared_ptr<const std::string> text_;
