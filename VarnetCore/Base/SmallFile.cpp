@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <string_view>
 
@@ -17,15 +18,17 @@ bool isRegular(const struct stat& status) noexcept {
 }
 
 /// Up to limit + 1 bytes, so that the caller sees a file that has grown past the limit.
-std::optional<std::string> readUpTo(int descriptor, std::size_t limit) {
-    std::string text(limit + 1, '\0');
+/// @param expected bytes, what the file had when it was looked at
+std::optional<std::string> readUpTo(int descriptor, std::size_t expected, std::size_t limit) {
+    std::string text;
     std::size_t filled = 0;
-    while (filled < text.size()) {
+    for (;;) {
+        if (filled == text.size()) text.resize(std::min(limit, filled + expected) + 1);
         const ssize_t count = ::read(descriptor, text.data() + filled, text.size() - filled);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return std::nullopt;
-        if (count == 0) break;
         filled += static_cast<std::size_t>(count);
+        if (count == 0 || filled > limit) break;
     }
     text.resize(filled);
     return text;
@@ -41,9 +44,9 @@ std::optional<std::string> readSmallTextFile(const std::string& path, std::size_
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) return std::nullopt;
     std::optional<std::string> text;
-    if (::fstat(descriptor, &status) == 0 && isRegular(status) &&
-        static_cast<std::size_t>(status.st_size) <= limit) {
-        text = readUpTo(descriptor, limit);
+    if (::fstat(descriptor, &status) == 0 && isRegular(status)) {
+        const auto size = static_cast<std::size_t>(status.st_size);
+        if (size <= limit) text = readUpTo(descriptor, size, limit);
     }
     ::close(descriptor);
     if (text && (text->size() > limit || !isValidUtf8(*text))) text.reset();

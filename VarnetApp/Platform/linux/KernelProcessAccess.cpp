@@ -4,16 +4,14 @@
 #include "probes/vn_probes.h"
 
 #include <array>
-#include <memory>
 #include <span>
 
 namespace varnet::platform {
 
 std::optional<std::vector<RunningProcess>> KernelProcessAccess::processes() {
-    // A table's rows are a hundredth of the plain list's, which has room for a path in each.
-    const std::unique_ptr<VNTable, decltype(&vn_table_close)> table(vn_table_open(), &vn_table_close);
+    if (!table_) table_.reset(vn_table_open());
     const VNTableEntry* rows = nullptr;
-    const std::int32_t count = table ? vn_table_read(table.get(), 0, &rows) : -1;
+    const std::int32_t count = table_ ? vn_table_read(table_.get(), 0, &rows) : -1;
     if (count < 0) {
         return std::nullopt;
     }

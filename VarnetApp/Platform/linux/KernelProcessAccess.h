@@ -1,6 +1,9 @@
 #pragma once
 
 #include "VarnetApp/Platform/linux/ProcessAccess.h"
+#include "probes/vn_probes.h"
+
+#include <memory>
 
 namespace varnet::platform {
 
@@ -11,6 +14,14 @@ public:
     std::optional<Identity> identity(std::int32_t pid) override;
     std::string executable(std::int32_t pid) override;
     std::string controlGroup(std::int32_t pid) override;
+
+private:
+    struct CloseTable {
+        void operator()(VNTable* table) const noexcept { vn_table_close(table); }
+    };
+
+    /// Kept, so that each listing but the first reads only what ran since.
+    std::unique_ptr<VNTable, CloseTable> table_;
 };
 
 } // namespace varnet::platform
