@@ -47,7 +47,7 @@ bool ProcessTable::readSlot(Slot& slot, ListKind kind, double seconds) {
 
 void ProcessTable::readPath(Slot& slot, const ProcessFolder& folder) {
     std::array<char, VN_PATH_SIZE> path{};
-    ProcessReader::readPath(folder, path.data(), path.size());
+    ProcessReader::readPath(folder, "exe", path.data(), path.size());
     slot.path = path.data();
     slot.pathKnown = true;
 }
