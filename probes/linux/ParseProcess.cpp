@@ -109,6 +109,7 @@ std::optional<ProcStatus> parseProcStatus(std::string_view text) noexcept {
             hasAnonymous = hasAnonymous || key == "RssAnon";
             const auto bytes = parseKilobytes(value);
             usable = usable && bytes && addUnlessTooLarge(status.memory, *bytes);
+            if (key == "VmSwap") status.swapped = bytes != 0U;
         } else if (key == "voluntary_ctxt_switches") {
             wakeups = parseNumber(nextWord(value));
         }
@@ -121,6 +122,14 @@ std::optional<ProcStatus> parseProcStatus(std::string_view text) noexcept {
     status.hasUsage = usable && wakeups && hasResidentSize == hasAnonymous;
     if (!status.hasUsage) status.memory = status.wakeups = 0;
     return status;
+}
+
+std::optional<ProcResident> parseProcStatm(std::string_view text) noexcept {
+    nextWord(text); // the size of the address space
+    const auto resident = parseNumber(nextWord(text));
+    const auto shared = parseNumber(nextWord(text));
+    if (!resident || !shared) return std::nullopt;
+    return ProcResident{*resident, *shared};
 }
 
 std::optional<std::size_t> joinArguments(std::string_view block, bool cut, char* buffer,

@@ -90,13 +90,19 @@ std::optional<ProcessReading> ProcessReader::read(const ProcessFolder& folder, s
     return reading;
 }
 
-bool ProcessReader::refreshUsage(const ProcessFolder& folder, ProcessReading& reading) {
-    const auto text =
-        folder.descriptor() < 0 ? std::nullopt : text_.readOnePiece(folder.descriptor(), "status");
+bool ProcessReader::refreshMemory(std::int32_t pid, ProcessReading& reading,
+                                  std::optional<ProcResident>& resident) {
+    // A third of the price of `status`, and mostly the whole of it. It is read first: what changes in between
+    // makes a difference the next time.
+    const std::string folder = std::to_string(pid);
+    const auto statmText = text_.readOnePiece(table_.get(), (folder + "/statm").c_str());
+    const auto now = statmText ? parseProcStatm(*statmText) : std::nullopt;
+    if (now && now == resident) return true;
+    const auto text = text_.readOnePiece(table_.get(), (folder + "/status").c_str());
     const auto status = text ? parseProcStatus(*text) : std::nullopt;
-    if (!status || !status->hasUsage) return false;
+    if (!status || status->processID != pid || !status->hasUsage) return false;
     reading.memory = status->memory;
-    reading.wakeups = status->wakeups;
+    resident = status->swapped ? std::nullopt : now;
     return true;
 }
 
@@ -119,10 +125,10 @@ bool ProcessReader::readPath(const ProcessFolder& folder, const char* link, char
     return true;
 }
 
-bool ProcessReader::listPids(std::vector<std::int32_t>& pids) const {
+bool ProcessReader::listPids(std::vector<std::int32_t>& pids) {
     pids.clear();
-    const Descriptor folder(open(root_.proc.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.valid() || !appendNumbers(folder.get(), pids)) return false;
+    table_ = Descriptor(open(root_.proc.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!table_.valid() || !appendNumbers(table_.get(), pids)) return false;
     std::erase(pids, 0);
     // The kernel lists them in order; a fixture's file system need not.
     if (!std::ranges::is_sorted(pids)) std::ranges::sort(pids);

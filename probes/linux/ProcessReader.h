@@ -59,17 +59,21 @@ public:
 
     /// Reads `stat` and `status`. @param failure says why nothing came back
     std::optional<ProcessReading> read(const ProcessFolder& folder, std::int32_t pid, ReadFailure& failure);
-    /// Only what changes in a process that sleeps: its memory and its wake-ups.
-    bool refreshUsage(const ProcessFolder& folder, ProcessReading& reading);
+    /// Only what changes in a process that sleeps: its memory. To be asked between listPids and the next one.
+    /// @param resident what the last refreshing saw, empty at first: while it stands still, so does the
+    /// memory
+    /// @return false, with the reading as it was, when the process could not be read
+    bool refreshMemory(std::int32_t pid, ProcessReading& reading, std::optional<ProcResident>& resident);
     /// Where the link "exe" or "cwd" leads, cut to the buffer; false and "" when unknown.
     static bool readPath(const ProcessFolder& folder, const char* link, char* buffer, std::size_t size);
     /// Every pid of the process table, ascending; false when the table cannot be read.
-    bool listPids(std::vector<std::int32_t>& pids) const;
+    bool listPids(std::vector<std::int32_t>& pids);
 
     const KernelRoot& root() const noexcept { return root_; }
 
 private:
     const KernelRoot& root_;
+    Descriptor table_; ///< the folder of all processes, as last listed
     ProcText text_;
 };
 
