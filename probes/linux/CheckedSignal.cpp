@@ -55,8 +55,11 @@ std::int32_t signalChecked(const KernelRoot& root, const SignalCalls& calls, std
 
     ReadFailure failure{};
     const auto reading = ProcessReader(root).read(ProcessFolder(root, pid), pid, failure);
-    if (!reading) return failure == ReadFailure::gone ? ESRCH : EACCES;
+    if (!reading) {
+        return failure == ReadFailure::gone || failure == ReadFailure::thread ? ESRCH : EACCES;
+    }
     if (reading->ended) return ESRCH;
+    if (!reading->userKnown) return EACCES;
     if (reading->start != start || reading->uid != uid) return identityChanged;
 
     const int sent = process.valid() ? calls.sendToProcess(process.get(), signal) : calls.kill(pid, signal);
@@ -70,7 +73,8 @@ std::int32_t exists(const KernelRoot& root, const SignalCalls& calls, std::int32
     if (answer == ESRCH) return answer;
     ReadFailure failure{};
     const auto reading = ProcessReader(root).read(ProcessFolder(root, pid), pid, failure);
-    return reading && reading->ended ? ESRCH : answer;
+    // A process may be hidden from us and be there all the same, so that its folder is missing says nothing.
+    return (reading && reading->ended) || (!reading && failure == ReadFailure::thread) ? ESRCH : answer;
 }
 
 } // namespace varnet::probes

@@ -14,12 +14,6 @@ namespace varnet::probes {
 
 namespace {
 
-std::optional<std::pair<std::uint64_t, std::uint64_t>> networkNamespace(const std::string& process) {
-    struct stat info{};
-    if (stat((process + "/ns/net").c_str(), &info) != 0) return std::nullopt;
-    return std::pair{static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino)};
-}
-
 /// @return false when there is no IPv4 table; one without IPv6 is fine
 bool readTables(const std::string& process, std::vector<Listener>& listeners) {
     ProcText text;
@@ -31,6 +25,12 @@ bool readTables(const std::string& process, std::vector<Listener>& listeners) {
 }
 
 } // namespace
+
+Listeners::Namespace Listeners::networkNamespace(const std::string& process) {
+    struct stat info{};
+    if (stat((process + "/ns/net").c_str(), &info) != 0) return std::nullopt;
+    return std::pair{static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino)};
+}
 
 std::optional<Listeners> Listeners::open(const KernelRoot& root) {
     Listeners result(root);
@@ -45,32 +45,36 @@ std::optional<Listeners> Listeners::open(const KernelRoot& root) {
     return result;
 }
 
+const std::vector<Listener>* Listeners::tableOf(const std::string& process) const {
+    const Namespace ns = networkNamespace(process);
+    if (!ns || !ownNamespace_ || *ns == *ownNamespace_) return &listeners_;
+    const auto known = std::ranges::find(foreign_, ns, &Foreign::ns);
+    if (known != foreign_.end()) return &known->listeners;
+    Foreign foreign{ns, {}};
+    if (!readTables(process, foreign.listeners)) return nullptr;
+    std::ranges::sort(foreign.listeners);
+    return &foreign_.emplace_back(std::move(foreign)).listeners;
+}
+
 std::int32_t Listeners::ports(std::int32_t pid, std::uint16_t* ports, std::int32_t capacity) const {
     const std::string process = root_.proc + "/" + std::to_string(pid);
     const Descriptor folder(::open((process + "/fd").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     std::vector<std::int32_t> descriptors;
     if (!folder.valid() || !appendNumbers(folder.get(), descriptors)) return -1;
-
-    std::vector<Listener> foreign;
-    const Namespace ns = networkNamespace(process);
-    const bool elsewhere = ns && ownNamespace_ && *ns != *ownNamespace_;
-    if (elsewhere) {
-        if (!readTables(process, foreign)) return -1;
-        std::ranges::sort(foreign);
-    }
-    const std::vector<Listener>& listeners = elsewhere ? foreign : listeners_;
-    if (listeners.empty()) return 0;
+    const std::vector<Listener>* const listeners = tableOf(process);
+    if (listeners == nullptr) return -1;
+    if (listeners->empty()) return 0;
 
     std::int32_t count = 0;
     for (const std::int32_t descriptor : descriptors) {
-        std::array<char, 64> link{};
+        std::array<char, 64> link;
         const std::ptrdiff_t length =
             readLink(folder.get(), std::to_string(descriptor).c_str(), link.data(), link.size());
         if (length < 0) continue;
         const auto inode = parseSocketLink({link.data(), static_cast<std::size_t>(length)});
         if (!inode) continue;
-        for (const Listener& found : std::ranges::equal_range(listeners, *inode, {}, &Listener::inode)) {
-            if (count == capacity) return count;
+        for (const Listener& found : std::ranges::equal_range(*listeners, *inode, {}, &Listener::inode)) {
+            if (count >= capacity) return count;
             if (std::find(ports, ports + count, found.port) == ports + count) ports[count++] = found.port;
         }
     }

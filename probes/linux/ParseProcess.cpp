@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::uint64_t kernelThreadFlag = 0x00200000; // PF_KTHREAD
 constexpr std::size_t maximumArguments = 16'384;
+// Far above any uptime or any CPU time; more could not be turned into microseconds and nanoseconds.
+constexpr std::uint64_t maximumTicks = std::numeric_limits<std::uint64_t>::max() / 2'000'000'000;
 
 std::optional<std::int32_t> parsePid(std::string_view word) noexcept {
     const auto number = parseNumber(word);
@@ -60,17 +62,15 @@ std::optional<ProcStat> parseProcStat(std::string_view text) noexcept {
             break;
         case 14:
         case 15:
-            if (!number || !addUnlessTooLarge(stat.cpuTicks, *number)) return std::nullopt;
+            if (!number || *number > maximumTicks) return std::nullopt;
+            stat.cpuTicks += *number;
             break;
         case 20:
             if (!number) return std::nullopt;
             stat.threads = *number;
             break;
         case 22:
-            // Far above any uptime; a larger one could not be turned into microseconds.
-            if (!number || *number > std::numeric_limits<std::uint64_t>::max() / 2'000'000) {
-                return std::nullopt;
-            }
+            if (!number || *number > maximumTicks) return std::nullopt;
             stat.startTicks = *number;
             break;
         default:
@@ -109,6 +109,7 @@ std::optional<ProcStatus> parseProcStatus(std::string_view text) noexcept {
             hasAnonymous = hasAnonymous || key == "RssAnon";
             const auto bytes = parseKilobytes(value);
             usable = usable && bytes && addUnlessTooLarge(status.memory, *bytes);
+            if (key == "VmSwap") status.swapped = bytes != 0U;
         } else if (key == "voluntary_ctxt_switches") {
             wakeups = parseNumber(nextWord(value));
         }
@@ -123,19 +124,22 @@ std::optional<ProcStatus> parseProcStatus(std::string_view text) noexcept {
     return status;
 }
 
+std::optional<ProcResident> parseProcStatm(std::string_view text) noexcept {
+    nextWord(text); // the size of the address space
+    const auto resident = parseNumber(nextWord(text));
+    const auto shared = parseNumber(nextWord(text));
+    if (!resident || !shared) return std::nullopt;
+    return ProcResident{*resident, *shared};
+}
+
 std::optional<std::size_t> joinArguments(std::string_view block, bool cut, char* buffer,
                                          std::size_t size) noexcept {
     if (size == 0) return std::nullopt;
     buffer[0] = '\0';
-    if (cut) {
-        const std::size_t lastEnd = block.rfind('\0');
-        block = block.substr(0, lastEnd == std::string_view::npos ? 0 : lastEnd);
-    } else {
-        // A process that has rewritten its title leaves the rest of its argument area as NULs, which are no
-        // arguments; the last argument's own NUL goes with them.
-        const std::size_t last = block.find_last_not_of('\0');
-        block = block.substr(0, last == std::string_view::npos ? 0 : last + 1);
-    }
+    if (cut) block = block.substr(0, block.rfind('\0') + 1);
+    // A process that has rewritten its title leaves the rest of its argument area as NULs, which are no
+    // arguments; the last argument's own NUL goes with them.
+    block = block.substr(0, block.find_last_not_of('\0') + 1);
     if (block.empty()) return 0;
     if (static_cast<std::size_t>(std::ranges::count(block, '\0')) >= maximumArguments) return std::nullopt;
 

@@ -31,11 +31,23 @@ struct ProcStatus {
     std::int32_t processID = 0; ///< of the thread group: differs from the file's pid for a mere thread
     std::uint32_t uid = 0;      ///< effective
     std::uint64_t memory = 0;   ///< bytes: anonymous, shared and swapped; 0 for one without memory of its own
+    bool swapped = false;       ///< some of it is swapped
     std::uint64_t wakeups = 0;  ///< voluntary context switches
     bool hasUsage = false;      ///< memory and wakeups could be read
 };
 
 std::optional<ProcStatus> parseProcStatus(std::string_view text) noexcept;
+
+/// Two page counts of /proc/PID/statm. While they stand still, so does the memory that `status` tells of a
+/// process with nothing swapped.
+struct ProcResident {
+    std::uint64_t resident = 0;
+    std::uint64_t shared = 0;
+
+    friend bool operator==(const ProcResident&, const ProcResident&) = default;
+};
+
+std::optional<ProcResident> parseProcStatm(std::string_view text) noexcept;
 
 /// Turns the block of /proc/PID/cmdline, a NUL after each argument, into text with a tab between arguments.
 /// Leading empty arguments leave no tab. What does not fit is cut after a whole argument.

@@ -50,7 +50,6 @@ MemoryInfo parseMemoryInfo(std::string_view text) noexcept {
         if (colon == std::string_view::npos) continue;
         const std::string_view key = line.substr(0, colon);
         const auto bytes = parseKilobytes(line.substr(colon + 1));
-        if (key == "MemTotal") info.total = bytes;
         if (key == "SwapTotal") swapTotal = bytes;
         if (key == "SwapFree") swapFree = bytes;
         if (key == "Zswap") info.compressed = bytes;

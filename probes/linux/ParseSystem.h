@@ -18,7 +18,6 @@ std::optional<std::uint64_t> parseBootTime(std::string_view procStat) noexcept;
 
 /// Bytes from /proc/meminfo; what the kernel does not tell is empty.
 struct MemoryInfo {
-    std::optional<std::uint64_t> total;
     std::optional<std::uint64_t> swapUsed;
     std::optional<std::uint64_t> held;       ///< anonymous, shared, kernel memory that cannot be given back
     std::optional<std::uint64_t> compressed; ///< the compressed swap cache

@@ -5,7 +5,9 @@
 #include "probes/linux/ProcessReader.h"
 #include "probes/vn_probes.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,10 +17,13 @@ namespace varnet::probes {
 /// name, user, image or usage, so its CPU clock alone (1 microsecond, against 30 for its files) tells whether
 /// it must be read. What can change without running is looked after separately: the parent, and memory that
 /// the kernel moves about. For one thread at a time.
+///
+/// The clock of a process that is running on another CPU moves once a scheduler tick, so that what it does
+/// within the last tick (4 or 10 ms) before a read may show one read later.
 class ProcessTable {
 public:
-    /// Seconds within which the memory of a process that sleeps is read again, as long as full reads come at
-    /// least every 6 seconds.
+    /// Seconds after which the memory of a process that sleeps is not reported any more without having been
+    /// looked at again. Only full reads report it.
     static constexpr double memoryRefresh = 30;
 
     explicit ProcessTable(const KernelRoot& root) : reader_(root) {}
@@ -27,27 +32,39 @@ public:
     /// @return the count of entries, or -1; entries live until the next read
     std::int32_t read(ListKind kind, double seconds, const VNTableEntry** entries);
 
-    /// Processes whose files the last read opened, apart from those whose turn it was to be refreshed.
+    /// Processes that the last read read from their files, the sleepers not counted whose turn it was to have
+    /// their memory refreshed.
     std::size_t readAnew() const noexcept { return readAnew_; }
+    /// Those sleepers.
+    std::size_t refreshed() const noexcept { return refreshed_; }
 
 private:
     struct Slot {
         std::int32_t pid = 0;
-        std::uint64_t clock = 0; ///< CPU clock just before the reading; a process cannot be read "too new"
+        /// CPU clock just before the reading, so that no change falls between the two. Empty: not to be
+        /// trusted.
+        std::optional<std::uint64_t> clock;
         ProcessReading reading;
+        std::optional<ProcResident> resident; ///< as of the last refreshing, if there was one
         std::string path;
         bool pathKnown = false; ///< false also when the process has run since its path was read
         bool anew = false;      ///< this read found another process than the one of this pid before
         bool readNow = false;   ///< this read opened its files
         bool gone = false;      ///< ended while this read went on
-        double usageRead = 0;   ///< when memory and wake-ups were read
+        double usageRead = 0;   ///< when memory was read
     };
 
+    void gatherSlots(ListKind kind, double seconds);
+    void rereadOrphans(ListKind kind, double seconds);
+    void refreshSleepers(double seconds);
+    void refresh(Slot& slot, double seconds);
+    void readMissingPaths();
+    void dropGone();
     bool readSlot(Slot& slot, ListKind kind, double seconds);
     static void readPath(Slot& slot, const ProcessFolder& folder);
     bool keepsParent(const Slot& slot) const;
     const Slot* find(std::int32_t pid) const;
-    void refreshSleepers(double seconds);
+    void fillEntries(ListKind kind);
 
     ProcessReader reader_;
     std::vector<std::int32_t> pids_;
@@ -55,8 +72,10 @@ private:
     std::vector<Slot> previous_;
     std::vector<VNTableEntry> entries_;
     std::size_t readAnew_ = 0;
+    std::size_t refreshed_ = 0;
     std::int32_t refreshedPid_ = 0; ///< whose turn was last
     double lastRefresh_ = 0;
+    bool starved_ = false; ///< this read could not see every process
 };
 
 } // namespace varnet::probes
