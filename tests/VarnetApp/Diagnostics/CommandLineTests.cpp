@@ -1,0 +1,60 @@
+#include "VarnetApp/Diagnostics/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+#include <vector>
+
+namespace varnet {
+namespace {
+
+using Action = CommandLine::Action;
+
+TEST(CommandLineTest, switchesAndRefusals) {
+    struct Row {
+        const char* name;
+        std::vector<std::string_view> arguments;
+        Action action;
+        double seconds = 30;
+        std::string_view refusal = "";
+    };
+    const Row rows[] = {
+        {"nothing", {}, Action::start},
+        {"diagnose", {"--diagnose"}, Action::diagnose},
+        {"benchmark without a value", {"--benchmark"}, Action::benchmark, 30},
+        {"benchmark with seconds", {"--benchmark", "2.5"}, Action::benchmark, 2.5},
+        {"benchmark with a word", {"--benchmark", "long"}, Action::benchmark, 30},
+        {"benchmark with a number and more", {"--benchmark", "5s"}, Action::benchmark, 30},
+        {"benchmark with no number at all", {"--benchmark", "nan"}, Action::benchmark, 30},
+        {"benchmark for ever", {"--benchmark", "inf"}, Action::benchmark, 30},
+        {"benchmark before another switch", {"--benchmark", "--diagnose"}, Action::diagnose},
+        {"no time at all",
+         {"--benchmark", "0"},
+         Action::refuse,
+         30,
+         "--benchmark needs a number of seconds above 0."},
+        {"negative time",
+         {"--benchmark", "-3"},
+         Action::refuse,
+         30,
+         "--benchmark needs a number of seconds above 0."},
+        {"order of testing, not of typing", {"--benchmark", "5", "--diagnose"}, Action::diagnose, 5},
+        {"unknown switch", {"--diagnosis"}, Action::refuse, 30, "Unknown switch \"--diagnosis\"."},
+        {"unknown beside a known one", {"--diagnose", "-x"}, Action::refuse, 30, "Unknown switch \"-x\"."},
+        {"stray word", {"now"}, Action::refuse, 30, "Unexpected argument \"now\"."},
+        {"empty word", {""}, Action::refuse, 30, "Unexpected argument \"\"."},
+        {"help wins", {"--diagnose", "--help"}, Action::help},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const CommandLine line = CommandLine::parse(row.arguments);
+        EXPECT_EQ(line.action, row.action);
+        EXPECT_EQ(line.refusal, row.refusal);
+        if (row.action != Action::refuse) {
+            EXPECT_EQ(line.seconds, row.seconds);
+        }
+    }
+}
+
+} // namespace
+} // namespace varnet

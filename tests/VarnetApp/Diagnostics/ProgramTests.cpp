@@ -1,0 +1,111 @@
+// The built program as a user runs it.
+
+#include "tests/fakes/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+namespace varnet {
+namespace {
+
+using Json = nlohmann::json;
+
+class ProgramTest : public testing::Test {
+protected:
+    struct Outcome {
+        int status;
+        std::string output;
+    };
+
+    /// Runs the program in a folder of its own, without a display, and with its own home.
+    Outcome run(const std::string& arguments) const {
+        const std::string folder = folder_.path().string();
+        const std::string command = "cd '" + folder + "' && env -u DISPLAY -u WAYLAND_DISPLAY HOME='" +
+                                    folder + "' XDG_DATA_HOME='" + folder + "/data' " VARNET_PROGRAM " " +
+                                    arguments + " 2>&1";
+        FILE* const pipe = popen(command.c_str(), "r");
+        Outcome outcome{-1, {}};
+        std::array<char, 4096> buffer{};
+        while (const std::size_t got = fread(buffer.data(), 1, buffer.size(), pipe)) {
+            outcome.output.append(buffer.data(), got);
+        }
+        const int status = pclose(pipe);
+        outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        return outcome;
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(ProgramTest, diagnosePrintsTheWholePicture) {
+    const Outcome outcome = run("--diagnose");
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+    const Json report = Json::parse(outcome.output, nullptr, false);
+    ASSERT_TRUE(report.is_object()) << outcome.output;
+    EXPECT_TRUE(report["error"].is_null());
+    EXPECT_TRUE(report["uniqueMembership"].get<bool>());
+    EXPECT_GT(report["processes"].get<int>(), 0);
+    EXPECT_GT(report["processesWithCPU"].get<int>(), 0);
+    EXPECT_GT(report["processesWithMemory"].get<int>(), 0);
+    EXPECT_TRUE(report["wholeMacCPU"].is_number());
+    EXPECT_GT(report["physicalRAMBytes"].get<double>(), report["usedRAMBytes"].get<double>());
+    EXPECT_TRUE(report["historyWarning"].is_null());
+    for (const char* const key : {"compressedRAMBytes", "swapUsedBytes", "processFootprintBytes",
+                                  "fanAvailability", "fans", "findings"}) {
+        EXPECT_TRUE(report.contains(key)) << key;
+    }
+    ASSERT_FALSE(report["groups"].empty());
+    for (const Json& group : report["groups"]) {
+        for (const char* const key : {"id", "name", "subtitle", "kind", "cpu", "memory", "ports", "agents",
+                                      "framework", "processes"}) {
+            EXPECT_TRUE(group.contains(key)) << key;
+        }
+        EXPECT_FALSE(group["processes"].empty());
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder_.path() / "artifacts/diagnostic-state/history.json"));
+    EXPECT_FALSE(std::filesystem::exists(folder_.path() / "data")) << "the user's own files stay untouched";
+}
+
+TEST_F(ProgramTest, diagnoseReportsAStorageItCannotUse) {
+    std::filesystem::create_directory(folder_.path() / "artifacts");
+    fclose(fopen((folder_.path() / "artifacts/diagnostic-state").c_str(), "w"));
+    const Outcome outcome = run("--diagnose");
+    EXPECT_EQ(outcome.status, 0);
+    const Json report = Json::parse(outcome.output, nullptr, false);
+    EXPECT_EQ(report["historyWarning"],
+              "History could not be saved. Live monitoring continues. Not a directory");
+}
+
+TEST_F(ProgramTest, benchmarkPrintsItsObject) {
+    const Outcome outcome = run("--benchmark 1");
+    ASSERT_EQ(outcome.status, 0);
+    const Json report = Json::parse(outcome.output, nullptr, false);
+    EXPECT_GE(report["cpuPercentOfOneCore"].get<double>(), 0);
+    EXPECT_GT(report["meanSampleWallMs"].get<double>(), 0);
+    EXPECT_GT(report["processes"].get<int>(), 0);
+    EXPECT_GE(report["samples"].get<int>(), 1);
+}
+
+TEST_F(ProgramTest, withoutADisplayItPrintsALiveReading) {
+    const Outcome outcome = run("");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.output.find("Busiest"), std::string::npos) << outcome.output;
+}
+
+TEST_F(ProgramTest, badUsageIsNamedWithAHint) {
+    const Outcome outcome = run("--diagnosis");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.output, "varnet: Unknown switch \"--diagnosis\". Try \"varnet --help\".\n");
+    EXPECT_EQ(run("--help").status, 0);
+    EXPECT_EQ(run("--version").output.substr(0, 7), "varnet ");
+}
+
+} // namespace
+} // namespace varnet
