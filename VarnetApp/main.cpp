@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "varnet: %s Try \"varnet --help\".\n", line.refusal.c_str());
         return badUsage;
     case CommandLine::Action::help:
-        std::fputs(CommandLine::help().data(), stdout);
+        std::fputs(CommandLine::help(), stdout);
         return 0;
     case CommandLine::Action::version:
         std::puts("varnet " VARNET_VERSION);

@@ -4,13 +4,14 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <memory>
 #include <vector>
 
 namespace varnet {
 
 namespace {
 
-constexpr std::string_view helpText = R"(Usage: varnet [SWITCH]
+constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 
 Shows what keeps this machine busy, and which of it may go.
 
@@ -34,15 +35,15 @@ CommandLine refused(std::string sentence) {
 
 std::optional<double> finiteNumber(std::string_view text) noexcept {
     double number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    const char* const end = std::to_address(text.end());
+    const auto [stop, error] = std::from_chars(std::to_address(text.begin()), end, number);
     if (error != std::errc{} || stop != end || !std::isfinite(number)) return std::nullopt;
     return number;
 }
 
 } // namespace
 
-std::string_view CommandLine::help() noexcept {
+const char* CommandLine::help() noexcept {
     return helpText;
 }
 

@@ -19,7 +19,7 @@ struct CommandLine {
     static CommandLine parse(std::span<const std::string_view> arguments);
 
     /// The text of --help.
-    static std::string_view help() noexcept;
+    static const char* help() noexcept;
 };
 
 } // namespace varnet

@@ -16,7 +16,7 @@ namespace {
 constexpr double freshFor = 30;          // seconds
 constexpr std::size_t cacheLimit = 2001; // entries
 constexpr int highestLevel = 30;         // directories looked at, the first included
-constexpr std::size_t fileLimit = 64 * 1024;
+constexpr std::size_t fileLimit = 65'536; // bytes
 
 constexpr std::array manifests{"package.json",   "Package.swift", "Cargo.toml",
                                "pyproject.toml", "go.mod",        "Gemfile"};
@@ -57,7 +57,7 @@ Project checkoutAt(const std::string& directory, Entry git) {
 
 } // namespace
 
-ProjectResolver::ProjectResolver(std::string home) : home_(LexicalPath::standardized(home)) {}
+ProjectResolver::ProjectResolver(const std::string& home) : home_(LexicalPath::standardized(home)) {}
 
 std::shared_ptr<const Project> ProjectResolver::resolve(std::string_view path, Date now) {
     if (const auto known = cache_.find(path); known != cache_.end() && now - known->second.date < freshFor) {

@@ -18,7 +18,7 @@ namespace varnet {
 class ProjectResolver {
 public:
     /// @param home the user's home directory, which itself is never a project
-    explicit ProjectResolver(std::string home);
+    explicit ProjectResolver(const std::string& home);
 
     /// The project of an absolute path; null when it belongs to none. Answers, also negative ones, are
     /// remembered for 30 seconds.
