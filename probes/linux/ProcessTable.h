@@ -73,7 +73,7 @@ private:
     std::vector<VNTableEntry> entries_;
     std::size_t readAnew_ = 0;
     std::size_t refreshed_ = 0;
-    std::int32_t refreshedPid_ = 0; ///< whose turn was last
+    std::vector<Slot*> sleepers_; ///< of the present read only
     double lastRefresh_ = 0;
     bool starved_ = false; ///< this read could not see every process
 };
