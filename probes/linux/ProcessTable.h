@@ -19,7 +19,9 @@ namespace varnet::probes {
 /// the kernel moves about. For one thread at a time.
 ///
 /// The clock of a process that is running on another CPU moves once a scheduler tick, so that what it does
-/// within the last tick (4 or 10 ms) before a read may show one read later.
+/// within the last tick (4 or 10 ms) before a read may show one read later. A pid that is given away again
+/// within a clock tick makes two processes of one identity: the table tells of the second, but a child of the
+/// first is not seen to have lost its parent.
 class ProcessTable {
 public:
     /// Seconds after which the memory of a process that sleeps is not reported any more without having been

@@ -49,7 +49,12 @@ Child::Child(const std::function<void(SharedWords&)>& body) {
         for (;;)
             pause();
     }
-    if (!eventually([&] { return shared_->ready || stateOf(pid_) == 'Z'; }) || !shared_->ready) {
+    // Asleep, so that it holds still while it is measured.
+    const auto settled = [&] {
+        const char state = stateOf(pid_);
+        return state == 'Z' || (state == 'S' && shared_->ready);
+    };
+    if (!eventually(settled) || !shared_->ready) {
         end();
         throw std::runtime_error("the child did not get ready");
     }

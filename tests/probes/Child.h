@@ -17,7 +17,8 @@ struct SharedWords {
 /// A child of the test. It lives until it is ended, or as long as this object and the test do.
 class Child {
 public:
-    /// Forks; the child calls the body and then sleeps for good. Returns when the body has been run.
+    /// Forks; the child calls the body and then sleeps for good. Returns when the body has been run and the
+    /// child sleeps.
     explicit Child(const std::function<void(SharedWords&)>& body = {});
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
@@ -45,7 +46,7 @@ void dieWithParent(pid_t parent);
 /// Waits for a condition that another process brings about; false after 20 seconds.
 bool eventually(const std::function<bool()>& condition);
 
-/// Whether the process waits to be collected, and every letter of its state before that.
+/// The letter of a process's state: 'S' asleep, 'Z' waits to be collected; '?' when there is none.
 char stateOf(pid_t pid);
 
 } // namespace varnet::probes
