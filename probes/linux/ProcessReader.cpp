@@ -127,6 +127,7 @@ bool ProcessReader::readPath(const ProcessFolder& folder, const char* link, char
 
 bool ProcessReader::listPids(std::vector<std::int32_t>& pids) {
     pids.clear();
+    table_ = Descriptor();
     table_ = Descriptor(open(root_.proc.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!table_.valid() || !appendNumbers(table_.get(), pids)) return false;
     std::erase(pids, 0);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace varnet::probes {
@@ -75,30 +76,30 @@ const ProcessTable::Slot* ProcessTable::find(std::int32_t pid) const {
     return at != slots_.end() && at->pid == pid ? &*at : nullptr;
 }
 
-/// A sleeper's pages can still be swapped or merged by the kernel. Each is looked at in its turn, a share of
-/// the table in every pass, so that no pass pays for all.
+/// A sleeper's pages can still be swapped or merged by the kernel. They are looked at in turns, the longest
+/// not seen first and a share of the table in every pass, so that no pass pays for all.
 void ProcessTable::refreshSleepers(double seconds) {
     const double elapsed = std::clamp(seconds - lastRefresh_, 0.0, turnLength);
     lastRefresh_ = seconds;
-    const auto share =
-        static_cast<std::size_t>(std::ceil(static_cast<double>(slots_.size()) * elapsed / turnLength));
-    auto next = std::ranges::upper_bound(slots_, refreshedPid_, {}, &Slot::pid);
-    for (std::size_t i = 0; i < share && !slots_.empty(); ++i, ++next) {
-        if (next == slots_.end()) next = slots_.begin();
-        refreshedPid_ = next->pid;
-        refresh(*next, seconds);
-    }
-    // Many newcomers make the round longer: nobody is left behind by that.
+    sleepers_.clear();
+    std::size_t overdue = 0;
     for (Slot& slot : slots_) {
-        if (seconds - slot.usageRead >= memoryRefresh) refresh(slot, seconds);
+        const bool hasMemory = !slot.reading.ended && (slot.reading.flags & VN_FLAG_SYSTEM) == 0;
+        if (slot.readNow || !hasMemory) continue;
+        sleepers_.push_back(&slot);
+        if (seconds - slot.usageRead >= memoryRefresh) ++overdue;
     }
+    const double share = std::ceil(static_cast<double>(sleepers_.size()) * elapsed / turnLength);
+    const std::size_t turns = std::max(static_cast<std::size_t>(share), overdue);
+    const auto end = sleepers_.begin() + static_cast<std::ptrdiff_t>(turns);
+    std::ranges::nth_element(sleepers_, end, {}, &Slot::usageRead);
+    for (auto next = sleepers_.begin(); next != end; ++next)
+        refresh(**next, seconds);
+    refreshed_ = turns;
     dropGone();
 }
 
 void ProcessTable::refresh(Slot& slot, double seconds) {
-    if (slot.readNow || slot.reading.ended) return;
-    if ((slot.reading.flags & VN_FLAG_SYSTEM) != 0) return; // has no memory of its own
-    ++refreshed_;
     const bool done = reader_.refreshMemory(slot.pid, slot.reading, slot.resident);
     slot.usageRead = seconds;
     // The same clock after the reading as before it: it was this very process, still asleep.

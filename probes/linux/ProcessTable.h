@@ -19,7 +19,9 @@ namespace varnet::probes {
 /// the kernel moves about. For one thread at a time.
 ///
 /// The clock of a process that is running on another CPU moves once a scheduler tick, so that what it does
-/// within the last tick (4 or 10 ms) before a read may show one read later.
+/// within the last tick (4 or 10 ms) before a read may show one read later. A pid that is given away again
+/// within a clock tick makes two processes of one identity: the table tells of the second, but a child of the
+/// first is not seen to have lost its parent.
 class ProcessTable {
 public:
     /// Seconds after which the memory of a process that sleeps is not reported any more without having been
@@ -73,7 +75,7 @@ private:
     std::vector<VNTableEntry> entries_;
     std::size_t readAnew_ = 0;
     std::size_t refreshed_ = 0;
-    std::int32_t refreshedPid_ = 0; ///< whose turn was last
+    std::vector<Slot*> sleepers_; ///< of the present read only
     double lastRefresh_ = 0;
     bool starved_ = false; ///< this read could not see every process
 };
