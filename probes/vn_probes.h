@@ -111,7 +111,8 @@ int32_t vn_exists(int32_t pid);
 int32_t vn_signal_checked(int32_t pid, uint64_t start, uint32_t uid, int32_t signal);
 
 /// A table that remembers: between reads it keeps its entries and reads a process anew only when its CPU
-/// clock has moved, when it is new, or when its parent has gone.
+/// clock has moved, when it is new, or when its parent has gone. All tables of the program share what they
+/// remember, and each may be read from a thread of its own.
 typedef struct VNTable VNTable;
 
 /// One process of a table. Strings belong to the table and live until its next read or its end.

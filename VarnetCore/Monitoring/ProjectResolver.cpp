@@ -13,9 +13,9 @@
 namespace varnet {
 namespace {
 
-constexpr double freshFor = 30;          // seconds
-constexpr std::size_t cacheLimit = 2001; // entries
-constexpr int highestLevel = 30;         // directories looked at, the first included
+constexpr double freshFor = 30;           // seconds
+constexpr std::size_t cacheLimit = 2001;  // entries
+constexpr int highestLevel = 30;          // directories looked at, the first included
 constexpr std::size_t fileLimit = 65'536; // bytes
 
 constexpr std::array manifests{"package.json",   "Package.swift", "Cargo.toml",

@@ -2,6 +2,8 @@
 
 #include "probes/linux/ProcessReader.h"
 
+#include <fcntl.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -73,11 +75,10 @@ std::int32_t cwd(const KernelRoot& root, std::int32_t pid, char* buffer, std::si
 
 std::int32_t arguments(const KernelRoot& root, std::int32_t pid, char* buffer, std::size_t size) {
     if (size > 0) buffer[0] = '\0';
-    const ProcessFolder folder(root, pid);
-    if (folder.descriptor() < 0) return -1;
+    const std::string file = root.proc + "/" + std::to_string(pid) + "/cmdline";
     ProcText text;
     // One byte more than is used tells whether there is more.
-    const auto block = text.read(folder.descriptor(), "cmdline", argumentBlockLimit + 1);
+    const auto block = text.read(AT_FDCWD, file.c_str(), argumentBlockLimit + 1);
     if (!block) return -1;
     const bool cut = block->size() > argumentBlockLimit;
     return joinArguments(block->substr(0, argumentBlockLimit), cut, buffer, size) ? 0 : -1;

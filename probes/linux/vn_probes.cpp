@@ -4,12 +4,11 @@
 #include "probes/linux/KernelRoot.h"
 #include "probes/linux/Listeners.h"
 #include "probes/linux/ProcessList.h"
-#include "probes/linux/ProcessTable.h"
+#include "probes/linux/SharedProcessTable.h"
 #include "probes/linux/SystemReadings.h"
 
-#include <time.h>
-
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 // The public functions: the rooms behind them, bound to the running kernel. Only memory can fail them by an
@@ -30,16 +29,11 @@ auto guarded(Function function, decltype(function()) failure) noexcept {
     }
 }
 
-double monotonicSeconds() noexcept {
-    timespec time{};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
 } // namespace
 
 struct VNTable {
-    varnet::probes::ProcessTable table{KernelRoot::live()};
+    std::shared_ptr<varnet::probes::SharedProcessTable> shared = varnet::probes::SharedProcessTable::open();
+    varnet::probes::TableCopy copy;
 };
 
 struct VNListeners {
@@ -128,7 +122,13 @@ VNTable* vn_table_open(void) {
 int32_t vn_table_read(VNTable* table, int32_t full, const VNTableEntry** entries) {
     *entries = nullptr;
     const ListKind kind = full != 0 ? ListKind::full : ListKind::graph;
-    return guarded([&] { return table->table.read(kind, monotonicSeconds(), entries); }, -1);
+    return guarded(
+        [&] {
+            const int32_t count = table->shared->read(kind, table->copy);
+            if (count >= 0) *entries = table->copy.entries.data();
+            return count;
+        },
+        -1);
 }
 
 void vn_table_close(VNTable* table) {

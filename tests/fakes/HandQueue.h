@@ -13,7 +13,9 @@ class HandQueue final : public SerialQueue {
 public:
     explicit HandQueue(FakeClock& clock) : clock_(clock) {}
 
-    void postAfter(double seconds, Task task) override { tasks_.emplace(clock_.now() + seconds, std::move(task)); }
+    void postAfter(double seconds, Task task) override {
+        tasks_.emplace(clock_.now() + seconds, std::move(task));
+    }
 
     /// Runs what is due now.
     void run() { advance(0); }
