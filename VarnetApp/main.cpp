@@ -29,6 +29,8 @@ int main(int argc, char** argv) {
         return varnet::Diagnostics::run();
     case CommandLine::Action::benchmark:
         return varnet::Diagnostics::benchmark(line.seconds);
+    case CommandLine::Action::integration:
+        return varnet::Diagnostics::integration();
     case CommandLine::Action::start:
         return varnet::Diagnostics::liveReading();
     }

@@ -17,6 +17,7 @@ Shows what keeps this machine busy, and which of it may go.
 
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
+  --integration-test     find and stop a server of its own, print how that went as JSON
   --help                 this text
   --version              the version
 
@@ -24,7 +25,8 @@ Without a switch the program starts. Diagnostic runs keep their state under
 "artifacts" in the current folder and never touch your own.
 )";
 
-constexpr std::array<std::string_view, 4> switches{"--diagnose", "--benchmark", "--help", "--version"};
+constexpr std::array<std::string_view, 5> switches{"--diagnose", "--benchmark", "--integration-test",
+                                                    "--help", "--version"};
 
 CommandLine refused(std::string sentence) {
     CommandLine line;
@@ -74,6 +76,8 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::diagnose;
     } else if (has("--benchmark")) {
         line.action = Action::benchmark;
+    } else if (has("--integration-test")) {
+        line.action = Action::integration;
     }
     return line;
 }

@@ -9,7 +9,7 @@ namespace varnet {
 
 /// What the program was asked to do.
 struct CommandLine {
-    enum class Action { start, diagnose, benchmark, help, version, refuse };
+    enum class Action { start, diagnose, benchmark, integration, help, version, refuse };
 
     Action action = Action::start;
     double seconds = 30; ///< of a benchmark

@@ -1,5 +1,6 @@
 #include "VarnetApp/Diagnostics/Diagnostics.h"
 
+#include "VarnetApp/Diagnostics/OwnUsage.h"
 #include "VarnetApp/Diagnostics/SnapshotReport.h"
 #include "VarnetApp/Engine/MonitorEngine.h"
 #include "VarnetApp/Platform/ApplicationCatalog.h"
@@ -8,8 +9,6 @@
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-
-#include <sys/resource.h>
 
 #include <chrono>
 #include <filesystem>
@@ -29,16 +28,6 @@ constexpr double patience = 7;                      // seconds for a complete re
 
 double secondsSince(SteadyClock::time_point start) {
     return std::chrono::duration<double>(SteadyClock::now() - start).count();
-}
-
-/// CPU seconds of this program since it began.
-double ownCPUSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
 /// The monitor as the program runs it, on a storage of its own.
@@ -98,14 +87,12 @@ int benchmark(double seconds) {
     } while (secondsSince(start) < seconds);
     const double wall = secondsSince(start);
 
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
     const nlohmann::ordered_json report = {
         {"cpuPercentOfOneCore", (ownCPUSeconds() - ownBefore) / wall * 100},
         {"meanSampleWallMs", inSamples / samples * 1000},
         {"processes", snapshot->processes.size()},
         {"samples", samples},
-        {"peakResidentBytes", static_cast<std::uint64_t>(usage.ru_maxrss) * 1024},
+        {"peakResidentBytes", ownPeakBytes()},
     };
     print(SnapshotReport::text(report));
     return snapshot->error ? 1 : 0;

@@ -11,6 +11,10 @@ int run();
 /// @param seconds above 0
 int benchmark(double seconds);
 
+/// Starts a small local web server, finds it, measures beside it, stops it and sees it gone, with a storage
+/// that works and with one that does not. Prints one JSON object; takes some 20 seconds.
+int integration();
+
 /// Measures once and prints a page for people: what a machine without a display gets to see.
 int liveReading();
 

@@ -121,6 +121,7 @@ MonitorEngine::sample(std::span<const ApplicationDescriptor> applications, Therm
 
     noticeExitedOrigins(live, now);
     auto assembled = assembler_.assemble(std::move(samples), applications, now, uid_);
+    auto findings = currentFindings(assembled, now);
 
     const std::optional<double> systemCPU = measureSystemCPU(now);
     if (fansDue) measureFans(now);
@@ -132,6 +133,7 @@ MonitorEngine::sample(std::span<const ApplicationDescriptor> applications, Therm
     snapshot->processes = std::move(assembled.processes);
     snapshot->groups = std::move(assembled.groups);
     snapshot->services = std::move(assembled.services);
+    snapshot->findings = std::move(findings);
     snapshot->fans = lastFan_;
     snapshot->thermal = thermal;
     snapshot->systemCPU = systemCPU;
@@ -293,6 +295,13 @@ std::optional<double> MonitorEngine::measureSystemCPU(Date now) {
     return systemCPU;
 }
 
+/// What the user has set aside is still evaluated, so that taking it back shows it at once with its true age.
+std::vector<Finding> MonitorEngine::currentFindings(const SnapshotAssembler::Result& assembled, Date now) {
+    auto findings = findings_.evaluate(assembled.groups, assembled.services, assembled.processes, now);
+    std::erase_if(findings, [this](const Finding& finding) { return archive_.ignored.contains(finding.id); });
+    return findings;
+}
+
 /// This build has no fan sensors to ask.
 void MonitorEngine::measureFans(Date now) {
     lastFan_ = {};
@@ -363,6 +372,7 @@ void MonitorEngine::resetAfterSleep() {
     known_.clear();
     lastMetrics_ = Date::distantPast();
     cpuTicks_.reset();
+    findings_.reset();
     lastFan_.measuredAt.reset();
     lastMemory_ = {};
     lastSample_.reset();
@@ -371,7 +381,44 @@ void MonitorEngine::resetAfterSleep() {
 void MonitorEngine::clearHistory() {
     archive_ = {};
     assembler_.lineage.clear();
+    findings_.reset();
     saveArchive();
+}
+
+void MonitorEngine::ignore(const std::string& findingID) {
+    archive_.ignored[findingID] = clock_.now();
+    saveArchive();
+}
+
+void MonitorEngine::unignore(const std::string& findingID) {
+    archive_.ignored.erase(findingID);
+    saveArchive();
+}
+
+void MonitorEngine::addAction(HistoryRecord action) {
+    archive_.actions.insert(archive_.actions.begin(), std::move(action));
+    saveArchive();
+}
+
+void MonitorEngine::execute(StopPlan plan, StopForce force, SerialQueue& queue, StopCompletion completion) {
+    auto execution = std::make_shared<StopExecution>(std::move(plan), force, boot_);
+    execution->signal(probes_);
+    execution->startWaiting(clock_.now());
+    watch(execution, queue, completion);
+}
+
+void MonitorEngine::watch(const std::shared_ptr<StopExecution>& execution, SerialQueue& queue,
+                          const StopCompletion& completion) {
+    const Date now = clock_.now();
+    if (execution->look(probes_, now)) {
+        addAction(execution->record(now));
+        completion(execution->results());
+        return;
+    }
+    queue.postAfter(StopExecution::pause,
+                    [this, alive = std::weak_ptr(alive_), execution, &queue, completion] {
+                        if (!alive.expired()) watch(execution, queue, completion);
+                    });
 }
 
 } // namespace varnet

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "VarnetApp/Engine/StopExecution.h"
 #include "VarnetCore/Base/Clock.h"
 #include "VarnetCore/Base/Date.h"
+#include "VarnetCore/Base/SerialQueue.h"
 #include "VarnetCore/Battery/EnergyImpactSampler.h"
+#include "VarnetCore/Findings/FindingEngine.h"
 #include "VarnetCore/Monitoring/CPUWindow.h"
 #include "VarnetCore/Monitoring/MonitorSnapshot.h"
 #include "VarnetCore/Monitoring/ProjectResolver.h"
@@ -12,6 +15,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -66,6 +70,25 @@ public:
     /// Forgets the archive and who started what, and saves that.
     void clearHistory();
 
+    /// Receives one result per target of a plan, in the plan's order.
+    using StopCompletion = std::function<void(std::vector<StopResult>)>;
+
+    /// Carries out a reviewed plan: signals at once, then watches until every process is seen to be gone or
+    /// time is up, writes one history record, saves, and tells. Passes go on while it waits. An end of the
+    /// engine cuts the watching short: nothing is written and nobody told.
+    /// @param queue the one this engine lives on
+    void execute(StopPlan plan, StopForce force, SerialQueue& queue, StopCompletion completion);
+
+    /// Sets a finding aside, or takes it back, and saves.
+    void ignore(const std::string& findingID);
+    void unignore(const std::string& findingID);
+    /// Puts an action of the user at the front of the history, and saves.
+    void addAction(HistoryRecord action);
+
+    const SessionArchive& archive() const noexcept { return archive_; }
+    /// Boot time in every identity of this run.
+    std::uint64_t boot() const noexcept { return boot_; }
+
     /// Why the last save failed, a sentence for the user; empty when it succeeded.
     const std::optional<std::string>& persistenceError() const noexcept { return persistenceError_; }
 
@@ -116,6 +139,9 @@ private:
     void archiveStep(std::span<const SampleRef> processes, const std::unordered_set<ProcessIdentity>& live,
                      Date now);
     void saveArchive();
+    std::vector<Finding> currentFindings(const SnapshotAssembler::Result& assembled, Date now);
+    void watch(const std::shared_ptr<StopExecution>& execution, SerialQueue& queue,
+               const StopCompletion& completion);
 
     // Constant after construction.
     Probes& probes_;
@@ -130,6 +156,7 @@ private:
     // What each pass leaves for the next.
     std::unordered_map<ProcessIdentity, Known> known_;
     SnapshotAssembler assembler_;
+    FindingEngine findings_;
     ProjectResolver resolver_;
     EnergyImpactSampler energySampler_;
     std::optional<VNCPUTicks> cpuTicks_;
@@ -145,6 +172,9 @@ private:
     SessionArchive archive_;
     Date lastArchiveWrite_ = Date::distantPast();
     std::optional<std::string> persistenceError_;
+
+    /// What delayed steps look at before they touch the engine. Last, so that it ends first.
+    std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
 };
 
 } // namespace varnet
