@@ -49,30 +49,30 @@ void live(Random& random, int number, const std::filesystem::path& images) {
     case 1:
         for (const char* const prefix : {"first-", "second-", "third-"}) {
             setName(prefix + mark);
-            nap(random, 5, 60);
+            nap(random, 20, 150);
         }
         break;
     case 2:
-        nap(random, 5, 60);
-        run(images / "other", "60");
+        nap(random, 20, 150);
+        run(images / "other", "150");
         break;
     case 3: // another image under the same name
         setName("twin");
-        nap(random, 5, 60);
-        run(images / "twin", "60");
+        nap(random, 20, 150);
+        run(images / "twin", "150");
         break;
     case 4:
-        nap(random, 5, 60);
+        nap(random, 20, 150);
         if (setuid(static_cast<uid_t>(60'000 + number % 5000)) != 0) break; // only the superuser may
-        nap(random, 5, 60);
+        nap(random, 20, 150);
         break;
     case 5:
         if (fork() == 0) {
             setName("orphan-" + mark);
-            nap(random, 80, 250);
+            nap(random, 200, 400);
             _exit(0);
         }
-        nap(random, 5, 60);
+        nap(random, 20, 150);
         break;
     case 6:
         for (int i = 0; i < 4; ++i) {
@@ -81,7 +81,7 @@ void live(Random& random, int number, const std::filesystem::path& images) {
         }
         break;
     default:
-        nap(random, 100, 250); // sleeps until its end
+        nap(random, 100, 400); // sleeps until its end
         break;
     }
 }
@@ -94,7 +94,7 @@ void live(Random& random, int number, const std::filesystem::path& images) {
             live(random, number, images);
             _exit(0);
         }
-        nap(random, 2, 8);
+        nap(random, 3, 10);
         // Now and then, so that some wait a while to be collected.
         while (number % 8 == 0 && waitpid(-1, nullptr, WNOHANG) > 0) {
         }

@@ -84,7 +84,9 @@ void FixtureKernel::remove(std::int32_t pid) {
 void FixtureKernel::write(const std::string& name, std::string_view text) const {
     const std::filesystem::path path = folder_.path() / name;
     std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << text;
+    // Some file systems flush a file that is cut and written anew.
+    std::filesystem::remove(path);
+    std::ofstream(path, std::ios::binary) << text;
 }
 
 void FixtureKernel::link(const std::string& name, const std::string& target) const {

@@ -238,7 +238,7 @@ TEST_F(MemoryTurns, noneIsReportedOlderThanPromisedAndNoPassPaysForAll) {
     for (const double cadence : {2.0, 5.0, 10.0}) {
         SCOPED_TRACE(cadence);
         double oldest = 0;
-        for (int pass = 0; pass < 40; ++pass) {
+        for (double passed = 0; passed < 90; passed += cadence) {
             seconds += cadence;
             stampMemory();
             read();
@@ -306,6 +306,28 @@ TEST_F(MemoryTurns, turnThatFindsAnotherProcessOrNone) {
     EXPECT_EQ(std::ranges::count(pids(), 101), 0) << "ended while the pass went on";
     EXPECT_EQ(entry(102).hasUsage, 0) << "refused from now on";
     EXPECT_EQ(entry(103).hasUsage, 1);
+}
+
+/// A clock that moves between the look that found a sleeper and the end of its turn.
+TEST_F(MemoryTurns, turnDuringWhichItsPidIsGivenAway) {
+    static bool moved;
+    moved = false;
+    KernelRoot root = kernel.root();
+    root.cpuClock = [](std::int32_t pid) -> std::optional<std::uint64_t> {
+        static int asked = 0;
+        if (pid != 100 || !moved) return 1;
+        return ++asked == 1 ? 1 : 2;
+    };
+    ProcessTable watched(root);
+    const VNTableEntry* entries = nullptr;
+    ASSERT_GT(watched.read(ListKind::full, seconds, &entries), 1);
+    moved = true;
+    kernel.put({.pid = 100, .startTicks = 7000, .anonymousKilobytes = 5});
+    ASSERT_GT(watched.read(ListKind::full, seconds + 31, &entries), 1);
+    EXPECT_EQ(entries[1].pid, 100);
+    EXPECT_EQ(entries[1].start, FixtureKernel::bootSeconds * 1'000'000 + 70'000'000)
+        << "its memory is not lent";
+    EXPECT_EQ(entries[1].memory, 5U * 1024);
 }
 
 TEST_F(MemoryTurns, kernelsOwnHaveNone) {
