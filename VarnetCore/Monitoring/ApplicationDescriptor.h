@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -15,7 +16,7 @@ struct ApplicationDescriptor {
     /// The main process's start, as ProcessIdentity::start; guards against a reused pid. Empty: not known.
     std::optional<std::uint64_t> processStart;
 
-    friend bool operator==(const ApplicationDescriptor&, const ApplicationDescriptor&) = default;
+    friend auto operator<=>(const ApplicationDescriptor&, const ApplicationDescriptor&) = default;
 };
 
 } // namespace varnet

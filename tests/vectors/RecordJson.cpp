@@ -9,6 +9,20 @@ std::shared_ptr<const Record> readShared(const Json& object, const char* key, Re
     return json.is_null() ? nullptr : std::make_shared<const Record>(read(json));
 }
 
+ProcessSample readPooled(const Json& json, const Json& pool) {
+    return readSample(json.is_number_integer() ? pool.at(json.get<std::size_t>()) : json);
+}
+
+/// A case by its raw string.
+template <typename Case>
+Case readCase(const Json& object, const char* key, std::initializer_list<Case> cases) {
+    const std::string text = readText(object, key);
+    for (const Case one : cases) {
+        if (text == rawValue(one)) return one;
+    }
+    throw std::runtime_error(std::string("unknown ") + key + ": " + text);
+}
+
 } // namespace
 
 const Json& at(const Json& object, const char* key) {
@@ -101,9 +115,8 @@ ProcessSample readSample(const Json& json) {
 
 std::vector<ProcessSample> readSamples(const Json& list, const Json& pool) {
     std::vector<ProcessSample> samples;
-    for (const Json& json : list) {
-        samples.push_back(readSample(json.is_number_integer() ? pool.at(json.get<std::size_t>()) : json));
-    }
+    for (const Json& json : list)
+        samples.push_back(readPooled(json, pool));
     return samples;
 }
 
@@ -113,6 +126,55 @@ std::vector<SampleRef> readSampleRefs(const Json& list, const Json& pool) {
         refs.push_back(std::make_shared<const ProcessSample>(std::move(sample)));
     }
     return refs;
+}
+
+SampleRef readSampleRef(const Json& json, const Json& pool) {
+    return std::make_shared<const ProcessSample>(readPooled(json, pool));
+}
+
+ApplicationGroup readGroup(const Json& json, const Json& pool) {
+    return {readText(json, "id"),
+            readText(json, "name"),
+            readText(json, "subtitle"),
+            readCase(json, "kind",
+                     {GroupKind::application, GroupKind::project, GroupKind::system, GroupKind::unassigned}),
+            readSampleRefs(at(json, "processes"), pool),
+            readShared<ApplicationDescriptor>(json, "application", readApplication),
+            readShared<Project>(json, "project", readProject)};
+}
+
+std::vector<ApplicationGroup> readGroups(const Json& list, const Json& pool) {
+    std::vector<ApplicationGroup> groups;
+    for (const Json& json : list)
+        groups.push_back(readGroup(json, pool));
+    return groups;
+}
+
+Service readService(const Json& json, const Json& pool) {
+    return {readSampleRef(at(json, "root"), pool), readSampleRefs(at(json, "members"), pool)};
+}
+
+std::vector<Service> readServices(const Json& list, const Json& pool) {
+    std::vector<Service> services;
+    for (const Json& json : list)
+        services.push_back(readService(json, pool));
+    return services;
+}
+
+Finding readFinding(const Json& json) {
+    Finding finding{readText(json, "id"),
+                    readCase(json, "kind",
+                             {FindingKind::highCPU, FindingKind::forgotten, FindingKind::duplicate,
+                              FindingKind::restarted}),
+                    readText(json, "title"),
+                    readText(json, "explanation"),
+                    std::nullopt,
+                    {},
+                    readDate(json, "firstSeen").value_or(Date{})};
+    if (!at(json, "groupID").is_null()) finding.groupID = readText(json, "groupID");
+    for (const Json& target : at(json, "targets"))
+        finding.targets.push_back(readIdentity(target));
+    return finding;
 }
 
 Json written(const ProcessIdentity& identity) {
@@ -142,6 +204,19 @@ Json written(const ApplicationDescriptor& application) {
               {"pid", application.pid}};
     if (application.processStart) json["processStart"] = *application.processStart;
     return json;
+}
+
+Json written(const Finding& finding) {
+    Json targets = Json::array();
+    for (const ProcessIdentity& target : finding.targets)
+        targets.push_back(written(target));
+    return {{"id", finding.id},
+            {"kind", rawValue(finding.kind)},
+            {"title", finding.title},
+            {"explanation", finding.explanation},
+            {"groupID", writtenOrNull(finding.groupID)},
+            {"targets", std::move(targets)},
+            {"firstSeen", finding.firstSeen.seconds}};
 }
 
 } // namespace varnet::vectors

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "VarnetCore/Base/Date.h"
+#include "VarnetCore/Findings/Finding.h"
 #include "VarnetCore/Monitoring/ApplicationDescriptor.h"
+#include "VarnetCore/Monitoring/ApplicationGroup.h"
 #include "VarnetCore/Monitoring/Attribution.h"
 #include "VarnetCore/Monitoring/ProcessIdentity.h"
 #include "VarnetCore/Monitoring/ProcessSample.h"
 #include "VarnetCore/Monitoring/Project.h"
+#include "VarnetCore/Monitoring/Service.h"
 #include "tests/vectors/Comparison.h"
 
 #include <concepts>
@@ -50,11 +53,18 @@ ProcessSample readSample(const Json& json);
 /// @param pool what a sample given as a number stands for; null: none
 std::vector<ProcessSample> readSamples(const Json& list, const Json& pool = {});
 std::vector<SampleRef> readSampleRefs(const Json& list, const Json& pool = {});
+SampleRef readSampleRef(const Json& json, const Json& pool = {});
+ApplicationGroup readGroup(const Json& json, const Json& pool = {});
+std::vector<ApplicationGroup> readGroups(const Json& list, const Json& pool = {});
+Service readService(const Json& json, const Json& pool = {});
+std::vector<Service> readServices(const Json& list, const Json& pool = {});
+Finding readFinding(const Json& json);
 
 Json written(const ProcessIdentity& identity);
 Json written(const Attribution& attribution);
 Json written(const Project& project);
 Json written(const ApplicationDescriptor& application);
+Json written(const Finding& finding);
 
 /// What an optional or a pointer holds; null when it is empty.
 template <typename Holder>
