@@ -53,13 +53,13 @@ void live(Random& random, int number, const std::filesystem::path& images) {
         }
         break;
     case 2:
-        nap(random, 20, 150);
-        run(images / "other", "150");
+        nap(random, 20, 400);
+        run(images / "other", "600");
         break;
     case 3: // another image under the same name
         setName("twin");
-        nap(random, 20, 150);
-        run(images / "twin", "150");
+        nap(random, 20, 400);
+        run(images / "twin", "600");
         break;
     case 4:
         nap(random, 20, 150);

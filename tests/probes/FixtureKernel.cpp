@@ -1,7 +1,12 @@
 #include "tests/probes/FixtureKernel.h"
 
-#include <fstream>
+#include "probes/linux/ProcText.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <sstream>
+#include <stdexcept>
 
 namespace varnet::probes {
 
@@ -83,10 +88,19 @@ void FixtureKernel::remove(std::int32_t pid) {
 
 void FixtureKernel::write(const std::string& name, std::string_view text) const {
     const std::filesystem::path path = folder_.path() / name;
-    std::filesystem::create_directories(path.parent_path());
-    // Some file systems flush a file that is cut and written anew.
-    std::filesystem::remove(path);
-    std::ofstream(path, std::ios::binary) << text;
+    const auto openFile = [&] {
+        return Descriptor(open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+    };
+    Descriptor file = openFile();
+    if (!file.valid()) {
+        std::filesystem::create_directories(path.parent_path());
+        file = openFile();
+    }
+    // Over what was there: files that are emptied and written anew are slow on some file systems.
+    const auto size = static_cast<ssize_t>(text.size());
+    if (::write(file.get(), text.data(), text.size()) != size || ftruncate(file.get(), size) != 0) {
+        throw std::runtime_error("cannot write " + path.string());
+    }
 }
 
 void FixtureKernel::link(const std::string& name, const std::string& target) const {

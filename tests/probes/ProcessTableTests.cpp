@@ -210,7 +210,7 @@ TEST_F(ProcessTableTest, failedReadSaysSoAndRecovers) {
 /// Sleepers' memory changes under them: how old is what is reported, and what does a pass pay for it?
 class MemoryTurns : public ProcessTableTest {
 protected:
-    static constexpr std::int32_t sleepers = 60;
+    static constexpr std::int32_t sleepers = 42;
 
     void SetUp() override {
         kernel.put({.pid = 1, .parent = 0, .startTicks = 1});
@@ -254,7 +254,7 @@ TEST_F(MemoryTurns, noneIsReportedOlderThanPromisedAndNoPassPaysForAll) {
 TEST_F(MemoryTurns, newcomersDoNotDelayTheOthers) {
     std::int32_t newcomer = 5000;
     std::size_t most = 0;
-    for (int pass = 0; pass < 40; ++pass) {
+    for (int pass = 0; pass < 25; ++pass) {
         seconds += 2;
         stampMemory();
         for (int i = 0; i < 10; ++i)

@@ -175,7 +175,7 @@ TEST(TableUnderChurn, agreesWithTheStatelessLists) {
     int rounds = 0;
     for (; Clock::now() < begin + std::chrono::seconds(4) || !comparison.sawEverything(); ++rounds) {
         ASSERT_LT(Clock::now(), begin + std::chrono::seconds(40)) << "too little happens";
-        const bool full = rounds % 3 == 0;
+        const bool full = rounds % 2 == 0;
         const auto wrong = comparison.compare(full);
         if (!wrong.empty()) {
             // What a process does within the last scheduler tick may show one read later, and no later.
