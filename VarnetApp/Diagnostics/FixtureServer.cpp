@@ -72,22 +72,22 @@ std::expected<FixtureServer, std::string> FixtureServer::start(const std::filesy
         return std::unexpected("Fixture server could not be started: " +
                                std::generic_category().message(failure));
     }
-    FixtureServer server(pid, 0);
+    FixtureServer server(pid, pipe[0]);
     const auto port = readPort(pipe[0]);
-    close(pipe[0]);
     if (!port) return std::unexpected("Fixture server does not listen");
     server.port_ = *port;
     return server;
 }
 
 FixtureServer::FixtureServer(FixtureServer&& other) noexcept
-    : pid_(std::exchange(other.pid_, 0)), port_(other.port_) {}
+    : pid_(std::exchange(other.pid_, 0)), output_(std::exchange(other.output_, -1)), port_(other.port_) {}
 
 FixtureServer::~FixtureServer() {
     if (pid_ <= 0) return;
     // Not collected yet, so the pid is still this very child's, whether it lives or not.
     kill(pid_, SIGKILL);
     waitpid(pid_, nullptr, 0);
+    close(output_);
 }
 
 } // namespace varnet

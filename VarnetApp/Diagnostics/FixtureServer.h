@@ -27,10 +27,11 @@ public:
     int port() const noexcept { return port_; }
 
 private:
-    FixtureServer(pid_t pid, int port) noexcept : pid_(pid), port_(port) {}
+    FixtureServer(pid_t pid, int output) noexcept : pid_(pid), output_(output) {}
 
     pid_t pid_; ///< 0 when moved from
-    int port_;
+    int output_; ///< open as long as it lives: a server that cannot write ends
+    int port_ = 0;
 };
 
 } // namespace varnet

@@ -76,7 +76,7 @@ public:
         bool allExited = !results.empty();
         for (const StopResult& result : results) {
             outcomes[result.target.identity.id()] = rawValue(result.outcome);
-            allExited = allExited && result.exited();
+            allExited = allExited && isExited(result.outcome);
         }
         report["outcomes"] = outcomes;
         if (!allExited) return std::unexpected("Fixture server did not exit");

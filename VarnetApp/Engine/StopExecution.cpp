@@ -74,7 +74,7 @@ std::vector<StopResult> StopExecution::results() const {
 
 HistoryRecord StopExecution::record(Date now) const {
     const auto results = this->results();
-    const auto exited = std::ranges::count_if(results, [](const StopResult& result) { return result.exited(); });
+    const auto exited = std::ranges::count_if(results, [](const StopResult& result) { return isExited(result.outcome); });
     const auto total = std::ssize(results);
     return {Uuid::random(), now, plan_.name + (exited == total ? " stopped" : ": partial result"),
             fmt::format("{} of {} reviewed processes exited.", exited, total)};

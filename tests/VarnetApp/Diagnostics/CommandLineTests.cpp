@@ -39,6 +39,7 @@ TEST(CommandLineTest, switchesAndRefusals) {
          30,
          "--benchmark needs a number of seconds above 0."},
         {"order of testing, not of typing", {"--benchmark", "5", "--diagnose"}, Action::diagnose, 5},
+        {"integration", {"--integration-test"}, Action::integration},
         {"unknown switch", {"--diagnosis"}, Action::refuse, 30, "Unknown switch \"--diagnosis\"."},
         {"unknown beside a known one", {"--diagnose", "-x"}, Action::refuse, 30, "Unknown switch \"-x\"."},
         {"stray word", {"now"}, Action::refuse, 30, "Unexpected argument \"now\"."},

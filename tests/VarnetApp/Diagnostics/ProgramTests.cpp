@@ -93,6 +93,28 @@ TEST_F(ProgramTest, benchmarkPrintsItsObject) {
     EXPECT_GE(report["samples"].get<int>(), 1);
 }
 
+TEST_F(ProgramTest, integrationTestFindsAndStopsItsServer) {
+    for (int repeat = 0; repeat < 2; ++repeat) { // its own leftovers do not disturb it
+        const Outcome outcome = run("--integration-test");
+        EXPECT_EQ(outcome.status, 0) << outcome.output;
+        const Json report = Json::parse(outcome.output, nullptr, false);
+        EXPECT_TRUE(report["success"].get<bool>());
+        EXPECT_EQ(report["detectedPorts"].size(), 1U);
+        EXPECT_EQ(report["targetCount"], 1);
+        EXPECT_TRUE(report["discoveredBetweenMetricSamples"].get<bool>());
+        EXPECT_TRUE(report["historyFailureReported"].get<bool>());
+    }
+}
+
+TEST_F(ProgramTest, integrationTestSaysWhyItCannotStart) {
+    fclose(fopen((folder_.path() / "artifacts").c_str(), "w"));
+    const Outcome outcome = run("--integration-test");
+    EXPECT_EQ(outcome.status, 1);
+    const Json report = Json::parse(outcome.output, nullptr, false);
+    EXPECT_FALSE(report["success"].get<bool>());
+    EXPECT_EQ(report["reason"], "Not a directory");
+}
+
 TEST_F(ProgramTest, withoutADisplayItPrintsALiveReading) {
     const Outcome outcome = run("");
     EXPECT_EQ(outcome.status, 0);
