@@ -26,7 +26,7 @@ Without a switch the program starts. Diagnostic runs keep their state under
 )";
 
 constexpr std::array<std::string_view, 5> switches{"--diagnose", "--benchmark", "--integration-test",
-                                                    "--help", "--version"};
+                                                   "--help", "--version"};
 
 CommandLine refused(std::string sentence) {
     CommandLine line;

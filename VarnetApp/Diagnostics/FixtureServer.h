@@ -29,7 +29,7 @@ public:
 private:
     FixtureServer(pid_t pid, int output) noexcept : pid_(pid), output_(output) {}
 
-    pid_t pid_; ///< 0 when moved from
+    pid_t pid_;  ///< 0 when moved from
     int output_; ///< open as long as it lives: a server that cannot write ends
     int port_ = 0;
 };

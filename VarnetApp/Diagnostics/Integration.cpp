@@ -40,8 +40,7 @@ constexpr int mostAttempts = 3;
 class Cycle {
 public:
     Cycle(const std::filesystem::path& fixture, const std::filesystem::path& storage)
-        : fixture_(fixture),
-          engine_({.probes = probes_, .clock = clock_, .storage = storage, .home = {}}) {}
+        : fixture_(fixture), engine_({.probes = probes_, .clock = clock_, .storage = storage, .home = {}}) {}
 
     /// @param report receives what was found
     /// @return what went wrong
@@ -62,7 +61,8 @@ public:
         const bool between = !service->root->cpu && !service->root->memory;
         report["detectedPorts"] = service->ports();
         report["discoveredBetweenMetricSamples"] = between;
-        if (service->ports() != std::vector{server->port()}) return std::unexpected("Fixture port not detected");
+        if (service->ports() != std::vector{server->port()})
+            return std::unexpected("Fixture port not detected");
 
         const double ratio = compareOwnCPU();
         report["cpuRatioToGetrusage"] = ratio;

@@ -35,11 +35,18 @@ void StopExecution::signal(Probes& probes) {
             close(target, StopOutcome::identityChanged);
             continue;
         }
-        switch (const std::int32_t answer = probes.signalChecked(identity.pid, identity.start, target.uid, signal)) {
-        case 0: break;
-        case ESRCH: close(target, StopOutcome::alreadyStopped); break;
-        case identityChanged: close(target, StopOutcome::identityChanged); break;
-        default: close(target, StopOutcome::denied, std::generic_category().message(answer));
+        switch (const std::int32_t answer =
+                    probes.signalChecked(identity.pid, identity.start, target.uid, signal)) {
+        case 0:
+            break;
+        case ESRCH:
+            close(target, StopOutcome::alreadyStopped);
+            break;
+        case identityChanged:
+            close(target, StopOutcome::identityChanged);
+            break;
+        default:
+            close(target, StopOutcome::denied, std::generic_category().message(answer));
         }
     }
 }
@@ -54,8 +61,8 @@ bool StopExecution::look(Probes& probes, Date now) {
         if (!isOpen(target)) continue;
         const auto identity = probes.identity(target.identity.pid);
         // Another start means that the pid was given away, which it can only be once its process has gone.
-        const bool gone = identity ? identity->start != target.identity.start
-                                   : probes.exists(target.identity.pid) == ESRCH;
+        const bool gone =
+            identity ? identity->start != target.identity.start : probes.exists(target.identity.pid) == ESRCH;
         if (gone) close(target, StopOutcome::stopped);
     }
     return std::ranges::none_of(plan_.targets, [this](const StopTarget& target) { return isOpen(target); });
@@ -74,7 +81,8 @@ std::vector<StopResult> StopExecution::results() const {
 
 HistoryRecord StopExecution::record(Date now) const {
     const auto results = this->results();
-    const auto exited = std::ranges::count_if(results, [](const StopResult& result) { return isExited(result.outcome); });
+    const auto exited =
+        std::ranges::count_if(results, [](const StopResult& result) { return isExited(result.outcome); });
     const auto total = std::ssize(results);
     return {Uuid::random(), now, plan_.name + (exited == total ? " stopped" : ": partial result"),
             fmt::format("{} of {} reviewed processes exited.", exited, total)};

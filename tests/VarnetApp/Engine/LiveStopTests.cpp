@@ -45,7 +45,8 @@ while True:
 class LiveStopTest : public testing::Test {
 protected:
     LiveStopTest()
-        : engine_({.probes = probes_, .clock = clock_, .storage = folder_.path() / "state", .home = "/nowhere"}) {
+        : engine_(
+              {.probes = probes_, .clock = clock_, .storage = folder_.path() / "state", .home = "/nowhere"}) {
         std::ofstream(folder_.path() / "package.json") << "{}";
         std::ofstream(folder_.path() / "server.py") << serverScript;
     }
@@ -85,7 +86,8 @@ protected:
 
     static std::vector<StopOutcome> outcomes(const Results& results) {
         std::vector<StopOutcome> outcomes;
-        for (const StopResult& result : results) outcomes.push_back(result.outcome);
+        for (const StopResult& result : results)
+            outcomes.push_back(result.outcome);
         return outcomes;
     }
 
@@ -101,10 +103,11 @@ using enum StopOutcome;
 
 TEST_F(LiveStopTest, parentGoesWithItsWorkersWhileOthersComeAndGo) {
     // A bystander of the same project, and two thousand short lives around the stop.
-    ChildProcess bystander("/usr/bin/python3", {"python3", "-c", "import time; time.sleep(60)"}, folder_.path());
-    ChildProcess churn("/bin/sh",
-                       {"sh", "-c", "i=0; while [ $i -lt 2000 ]; do (:) & i=$((i+1)); done; wait; touch churned"},
-                       folder_.path());
+    ChildProcess bystander("/usr/bin/python3", {"python3", "-c", "import time; time.sleep(60)"},
+                           folder_.path());
+    ChildProcess churn(
+        "/bin/sh", {"sh", "-c", "i=0; while [ $i -lt 2000 ]; do (:) & i=$((i+1)); done; wait; touch churned"},
+        folder_.path());
     const auto server = startServer("polite");
     const auto plan = review(server->pid());
     ASSERT_TRUE(plan);
@@ -131,7 +134,8 @@ TEST_F(LiveStopTest, stubbornServerRunsOnUntilTheUserInsists) {
     EXPECT_TRUE(probes_.identity(server->pid())) << "nothing escalates by itself";
 
     StopPlan survivors = *plan;
-    std::erase_if(survivors.targets, [&](const StopTarget& target) { return target.identity.pid != server->pid(); });
+    std::erase_if(survivors.targets,
+                  [&](const StopTarget& target) { return target.identity.pid != server->pid(); });
     EXPECT_EQ(outcomes(execute(survivors, StopForce::forced, 3)), std::vector{stopped});
 }
 

@@ -37,18 +37,21 @@ public:
 
     void execute(StopPlan reviewed, StopForce force = StopForce::polite) {
         results.reset();
-        engine->execute(std::move(reviewed), force, queue, [this](Results told) { results = std::move(told); });
+        engine->execute(std::move(reviewed), force, queue,
+                        [this](Results told) { results = std::move(told); });
     }
 
     std::vector<StopOutcome> outcomes() const {
         std::vector<StopOutcome> outcomes;
-        for (const StopResult& result : results.value_or(Results{})) outcomes.push_back(result.outcome);
+        for (const StopResult& result : results.value_or(Results{}))
+            outcomes.push_back(result.outcome);
         return outcomes;
     }
 
     std::vector<std::pair<std::int32_t, std::int32_t>> sent() const {
         std::vector<std::pair<std::int32_t, std::int32_t>> sent;
-        for (const auto& signal : probes.signals) sent.emplace_back(signal.pid, signal.signal);
+        for (const auto& signal : probes.signals)
+            sent.emplace_back(signal.pid, signal.signal);
         return sent;
     }
 
@@ -203,7 +206,8 @@ TEST_F(StopExecutionTest, notOneSignalOutsideThePlanUnderChurn) {
     startServer();
     const StopPlan reviewed = plan();
     std::set<std::pair<std::int32_t, std::uint64_t>> allowed;
-    for (const StopTarget& t : reviewed.targets) allowed.emplace(t.identity.pid, t.identity.start);
+    for (const StopTarget& t : reviewed.targets)
+        allowed.emplace(t.identity.pid, t.identity.start);
     // Between any two calls to the kernel others come, go and take over pids, the plan's own included.
     int round = 0;
     probes.onSignal = [&](std::int32_t pid, std::int32_t) {
