@@ -25,7 +25,7 @@ std::int32_t ProcessTable::read(ListKind kind, double seconds, const VNTableEntr
     rereadOrphans(kind, seconds);
     if (kind == ListKind::full) {
         refreshSleepers(seconds);
-        readMissingPaths();
+        readMissingPaths(seconds);
     }
     // A list with holes would pass for processes that have ended.
     if (starved_) return -1;
@@ -102,17 +102,24 @@ void ProcessTable::refreshSleepers(double seconds) {
 void ProcessTable::refresh(Slot& slot, double seconds) {
     const bool done = reader_.refreshMemory(slot.pid, slot.reading, slot.resident);
     slot.usageRead = seconds;
-    // The same clock after the reading as before it: it was this very process, still asleep.
-    const auto clock = reader_.root().cpuClock(slot.pid);
-    if (!done || !clock || clock != slot.clock) slot.gone = !readSlot(slot, ListKind::full, seconds);
+    if (!done || !sleepsOn(slot)) slot.gone = !readSlot(slot, ListKind::full, seconds);
 }
 
-void ProcessTable::readMissingPaths() {
+/// The same clock after a reading as before it: what was read is this very process's, still asleep.
+bool ProcessTable::sleepsOn(const Slot& slot) const {
+    const auto clock = reader_.root().cpuClock(slot.pid);
+    return clock && clock == slot.clock;
+}
+
+/// Of processes that only cheap reads have read so far.
+void ProcessTable::readMissingPaths(double seconds) {
     for (Slot& slot : slots_) {
-        if (slot.pathKnown || slot.reading.ended) continue;
+        if (slot.readNow || slot.pathKnown || slot.reading.ended) continue;
         const ProcessFolder folder(reader_.root(), slot.pid);
         readPath(slot, folder);
+        if (!sleepsOn(slot)) slot.gone = !readSlot(slot, ListKind::full, seconds);
     }
+    dropGone();
 }
 
 bool ProcessTable::readSlot(Slot& slot, ListKind kind, double seconds) {

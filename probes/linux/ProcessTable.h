@@ -60,7 +60,8 @@ private:
     void rereadOrphans(ListKind kind, double seconds);
     void refreshSleepers(double seconds);
     void refresh(Slot& slot, double seconds);
-    void readMissingPaths();
+    void readMissingPaths(double seconds);
+    bool sleepsOn(const Slot& slot) const;
     void dropGone();
     bool readSlot(Slot& slot, ListKind kind, double seconds);
     static void readPath(Slot& slot, const ProcessFolder& folder);

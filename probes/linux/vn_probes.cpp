@@ -86,6 +86,7 @@ int32_t vn_cpu_ticks(VNCPUTicks* ticks) {
 }
 
 void vn_system_memory(VNSystemMemory* memory) {
+    *memory = {};
     guarded(
         [&] {
             varnet::probes::systemMemory(KernelRoot::live(), memory);

@@ -308,26 +308,30 @@ TEST_F(MemoryTurns, turnThatFindsAnotherProcessOrNone) {
     EXPECT_EQ(entry(103).hasUsage, 1);
 }
 
-/// A clock that moves between the look that found a sleeper and the end of its turn.
-TEST_F(MemoryTurns, turnDuringWhichItsPidIsGivenAway) {
-    static bool moved;
-    moved = false;
-    KernelRoot root = kernel.root();
-    root.cpuClock = [](std::int32_t pid) -> std::optional<std::uint64_t> {
-        static int asked = 0;
-        if (pid != 100 || !moved) return 1;
-        return ++asked == 1 ? 1 : 2;
-    };
-    ProcessTable watched(root);
-    const VNTableEntry* entries = nullptr;
-    ASSERT_GT(watched.read(ListKind::full, seconds, &entries), 1);
-    moved = true;
-    kernel.put({.pid = 100, .startTicks = 7000, .anonymousKilobytes = 5});
-    ASSERT_GT(watched.read(ListKind::full, seconds + 31, &entries), 1);
-    EXPECT_EQ(entries[1].pid, 100);
-    EXPECT_EQ(entries[1].start, FixtureKernel::bootSeconds * 1'000'000 + 70'000'000)
-        << "its memory is not lent";
-    EXPECT_EQ(entries[1].memory, 5U * 1024);
+/// A pid is given away between the look at its clock and the reading of a sleeper's memory or path.
+TEST_F(MemoryTurns, pidGivenAwayWhileItIsLookedAt) {
+    static int asked;
+    for (const ListKind first : {ListKind::full, ListKind::graph}) {
+        asked = -1;
+        kernel.put({.pid = 100});
+        KernelRoot root = kernel.root();
+        root.cpuClock = [](std::int32_t pid) -> std::optional<std::uint64_t> {
+            if (pid != 100 || asked < 0) return 1;
+            return ++asked == 1 ? 1 : 2;
+        };
+        ProcessTable watched(root);
+        const VNTableEntry* entries = nullptr;
+        ASSERT_GT(watched.read(first, seconds, &entries), 1);
+        asked = 0;
+        kernel.put(
+            {.pid = 100, .name = "next", .startTicks = 7000, .anonymousKilobytes = 5, .exe = "/bin/next"});
+        ASSERT_GT(watched.read(ListKind::full, seconds + (first == ListKind::full ? 31 : 0), &entries), 1);
+        EXPECT_EQ(entries[1].pid, 100);
+        EXPECT_EQ(entries[1].start, FixtureKernel::bootSeconds * 1'000'000 + 70'000'000);
+        EXPECT_EQ(entries[1].memory, 5U * 1024);
+        EXPECT_STREQ(entries[1].name, "next");
+        EXPECT_STREQ(entries[1].path, "/bin/next");
+    }
 }
 
 TEST_F(MemoryTurns, kernelsOwnHaveNone) {
