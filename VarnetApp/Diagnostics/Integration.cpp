@@ -33,6 +33,7 @@ using Json = nlohmann::ordered_json;
 using Snapshot = std::shared_ptr<const MonitorSnapshot>;
 
 constexpr auto pause = std::chrono::milliseconds(2100); // just above the engine's shortest pass
+constexpr double workSeconds = 0.5;                     // of CPU time, to have something to measure
 constexpr int mostPasses = 8;
 constexpr int mostAttempts = 3;
 
@@ -99,10 +100,11 @@ private:
     /// was not measured.
     double compareOwnCPU() {
         std::this_thread::sleep_for(pause);
-        const Snapshot before = sample(true);
+        // Both readings just before a sample, which reads the clocks at its beginning.
         const double ownBefore = ownCPUSeconds();
-        const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(400);
-        while (std::chrono::steady_clock::now() < until) {
+        const Snapshot before = sample(true);
+        const auto latest = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        while (ownCPUSeconds() - ownBefore < workSeconds && std::chrono::steady_clock::now() < latest) {
         }
         std::this_thread::sleep_for(pause);
         const double used = ownCPUSeconds() - ownBefore;
