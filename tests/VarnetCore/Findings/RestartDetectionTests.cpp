@@ -56,6 +56,8 @@ TEST(RestartDetection, OnlyTheLikeOfWhatWasStoppedCounts) {
          }) {
         EXPECT_EQ(restartsOf(webServer(5, 5000), row.running).size(), row.reported ? 1U : 0U) << row.oddity;
     }
+    EXPECT_TRUE(restartsOf(webServer(5, 59), webServer(5, 59)).empty())
+        << "the clock was set back while it was stopping: still no new instance";
     const auto bare = [](Sample s) {
         s.cwd.reset();
         s.project.reset();

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <set>
 #include <string>
@@ -51,6 +52,7 @@ TEST(StopPlanner, ATreeOfAnyShapeIsPlannedWithinItsLimits) {
         const auto plan = StopPlanner::make(processes.front(), snapshotOf(processes), user, -1);
         ASSERT_TRUE(plan) << row.shape;
         EXPECT_EQ(plan->targets.size(), row.targets) << row.shape;
+        EXPECT_TRUE(std::ranges::is_sorted(pids(plan->targets))) << row.shape << " in the table's order";
     }
 }
 
