@@ -21,6 +21,7 @@ std::optional<StopPlan> BatchStopPlan::processPlan() const {
 
 std::vector<StopTarget> BatchStopPlan::targets() const {
     std::vector<StopTarget> all;
+    all.reserve(applications.size());
     for (const BatchApplicationStop& application : applications)
         all.push_back(application.target);
     if (std::optional<StopPlan> plan = processPlan()) {

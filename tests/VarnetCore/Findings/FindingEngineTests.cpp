@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -52,6 +54,38 @@ TEST(FindingEngine, InstancesOfTheSameMomentAreToldApart) {
     EXPECT_THAT(engine.highSince(), ElementsAre(Key("process:2:" + start))) << "the other has left the table";
     engine.reset();
     EXPECT_THAT(engine.highSince(), IsEmpty());
+}
+
+TEST(FindingEngine, AnyLivingAgentInTheProjectKeepsItsServers) {
+    ProcessSample root = process(5);
+    root.project = project("/w/a");
+    root.attribution = std::make_shared<const Attribution>(
+        Attribution{"Codex", identity(99), Confidence::observed, "", noon - 3600});
+    const Service service = server(root);
+    struct Row {
+        const char* oddity;
+        std::int32_t origin;
+        const char* root;
+        Confidence confidence;
+        bool reported;
+    };
+    for (const Row& row : {
+             Row{"at work there, though only guessed", 7, "/w/a", Confidence::unknown, false},
+             Row{"at work in a project below it", 7, "/w/a/b", Confidence::observed, true},
+             Row{"gone, its pid lives on as another process", 8, "/w/a", Confidence::observed, true},
+         }) {
+        ProcessSample worker = process(6);
+        worker.project = project(row.root);
+        worker.attribution = std::make_shared<const Attribution>(
+            Attribution{"Gemini CLI", identity(row.origin), row.confidence, "", std::nullopt});
+        ProcessSample reused = process(8);
+        reused.id.start += 1;
+        const std::vector<SampleRef> processes{service.root, shared(worker), shared(process(7)),
+                                               shared(reused)};
+        EXPECT_EQ(FindingEngine().evaluate({}, std::vector{service}, processes, noon).size(),
+                  row.reported ? 1U : 0U)
+            << row.oddity;
+    }
 }
 
 } // namespace
