@@ -36,6 +36,16 @@ std::optional<std::uint64_t> parseBootTime(std::string_view procStat) noexcept {
     return std::nullopt;
 }
 
+std::optional<std::uint64_t> parseNewestPid(std::string_view loadAverage) noexcept {
+    std::string_view line;
+    if (!nextLine(loadAverage, line)) return std::nullopt;
+    // Three averages and the running of all threads come before it.
+    for (int word = 0; word < 4; ++word)
+        nextWord(line);
+    const auto newest = parseNumber(nextWord(line));
+    return newest && nextWord(line).empty() ? newest : std::nullopt;
+}
+
 MemoryInfo parseMemoryInfo(std::string_view text) noexcept {
     MemoryInfo info;
     std::optional<std::uint64_t> swapTotal;

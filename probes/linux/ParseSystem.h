@@ -16,6 +16,9 @@ std::optional<VNCPUTicks> parseCPUTicks(std::string_view procStat) noexcept;
 /// Seconds since 1970 from the "btime" line of /proc/stat.
 std::optional<std::uint64_t> parseBootTime(std::string_view procStat) noexcept;
 
+/// The last word of /proc/loadavg: the number that the kernel gave out last to a process or thread.
+std::optional<std::uint64_t> parseNewestPid(std::string_view loadAverage) noexcept;
+
 /// Bytes from /proc/meminfo; what the kernel does not tell is empty.
 struct MemoryInfo {
     std::optional<std::uint64_t> swapUsed;

@@ -1,6 +1,7 @@
 #include "probes/linux/ProcessReader.h"
 
 #include "probes/linux/DirectoryNumbers.h"
+#include "probes/linux/ParseSystem.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -123,6 +124,11 @@ bool ProcessReader::readPath(const ProcessFolder& folder, const char* link, char
     std::ranges::copy(path, buffer);
     buffer[path.size()] = '\0';
     return true;
+}
+
+std::optional<std::uint64_t> ProcessReader::newestPid() {
+    const auto text = text_.readOnePiece(AT_FDCWD, (root_.proc + "/loadavg").c_str());
+    return text ? parseNewestPid(*text) : std::nullopt;
 }
 
 bool ProcessReader::listPids(std::vector<std::int32_t>& pids) {

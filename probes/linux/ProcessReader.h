@@ -66,6 +66,9 @@ public:
     bool refreshMemory(std::int32_t pid, ProcessReading& reading, std::optional<ProcResident>& resident);
     /// Where the link "exe" or "cwd" leads, cut to the buffer; false and "" when unknown.
     static bool readPath(const ProcessFolder& folder, const char* link, char* buffer, std::size_t size);
+    /// The number that the kernel gave out last, to a process or a thread: as long as it stands still, none
+    /// has begun. Empty when it cannot be read.
+    std::optional<std::uint64_t> newestPid();
     /// Every pid of the process table, ascending; false when the table cannot be read.
     bool listPids(std::vector<std::int32_t>& pids);
 

@@ -13,6 +13,10 @@ namespace {
 // The turns come round before memory is overdue, so that at no usual cadence many are overdue at once.
 constexpr double turnLength = ProcessTable::memoryRefresh - 2;
 
+// Seconds after which the table is listed anew in any case: a process restored from a checkpoint is given its
+// old pid without the newest one moving.
+constexpr double relisting = 10;
+
 } // namespace
 
 std::int32_t ProcessTable::read(ListKind kind, double seconds, const VNTableEntry** entries) {
@@ -20,7 +24,7 @@ std::int32_t ProcessTable::read(ListKind kind, double seconds, const VNTableEntr
     readAnew_ = 0;
     refreshed_ = 0;
     starved_ = false;
-    if (!reader_.listPids(pids_) || pids_.empty()) return -1;
+    if (!listPids(seconds)) return -1;
     gatherSlots(kind, seconds);
     rereadOrphans(kind, seconds);
     if (kind == ListKind::full) {
@@ -32,6 +36,19 @@ std::int32_t ProcessTable::read(ListKind kind, double seconds, const VNTableEntr
     fillEntries(kind);
     *entries = entries_.data();
     return static_cast<std::int32_t>(entries_.size());
+}
+
+/// Who may be there: listed anew when a process can have begun since the last listing. A pid that has gone
+/// stays listed until then, so that one given away again is found.
+bool ProcessTable::listPids(double seconds) {
+    // Before the listing: whoever begins from here on moves it.
+    const auto newest = reader_.newestPid();
+    if (newest && newest == newestListed_ && seconds - listed_ < relisting) return true;
+    newestListed_.reset();
+    if (!reader_.listPids(pids_) || pids_.empty()) return false;
+    newestListed_ = newest;
+    listed_ = seconds;
+    return true;
 }
 
 /// Takes over what has not run since the last read, and reads the rest.

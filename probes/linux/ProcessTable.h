@@ -56,6 +56,7 @@ private:
         double usageRead = 0;   ///< when memory was read
     };
 
+    bool listPids(double seconds);
     void gatherSlots(ListKind kind, double seconds);
     void rereadOrphans(ListKind kind, double seconds);
     void refreshSleepers(double seconds);
@@ -70,7 +71,9 @@ private:
     void fillEntries(ListKind kind);
 
     ProcessReader reader_;
-    std::vector<std::int32_t> pids_;
+    std::vector<std::int32_t> pids_;            ///< of the last listing, ascending
+    std::optional<std::uint64_t> newestListed_; ///< the kernel's newest pid then; empty: to be listed anew
+    double listed_ = 0;                         ///< when that was
     std::vector<Slot> slots_; ///< ascending by pid; also those that only wait to be collected
     std::vector<Slot> previous_;
     std::vector<VNTableEntry> entries_;

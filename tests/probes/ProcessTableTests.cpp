@@ -89,6 +89,37 @@ TEST_F(ProcessTableTest, comesAndGoes) {
     EXPECT_THAT(pids(), ElementsAre(1));
 }
 
+TEST_F(ProcessTableTest, listsAnewOnlyWhenSomethingCanHaveBegun) {
+    const auto newestPid = [this](int pid) {
+        kernel.write("proc/loadavg", "0.10 0.20 0.30 1/99 " + std::to_string(pid) + "\n");
+    };
+    newestPid(20);
+    kernel.put({.pid = 1, .parent = 0});
+    kernel.put({.pid = 20});
+    read();
+    kernel.put({.pid = 10}); // restored from a checkpoint: nothing tells of it
+    read();
+    EXPECT_THAT(pids(), ElementsAre(1, 20)) << "nothing has begun, so nothing is listed";
+    kernel.remove(20);
+    read();
+    EXPECT_THAT(pids(), ElementsAre(1)) << "an end is seen without a listing";
+    kernel.put({.pid = 20, .name = "heir", .startTicks = 3000});
+    read();
+    EXPECT_THAT(pids(), ElementsAre(1, 20)) << "a pid given away again without the newest one moving";
+    EXPECT_STREQ(entry(20).name, "heir");
+    seconds += 10;
+    read();
+    EXPECT_THAT(pids(), ElementsAre(1, 10, 20)) << "nobody stays unseen for long";
+    newestPid(30);
+    kernel.put({.pid = 30});
+    read();
+    EXPECT_THAT(pids(), ElementsAre(1, 10, 20, 30));
+    kernel.write("proc/loadavg", "nonsense");
+    kernel.put({.pid = 31});
+    read();
+    EXPECT_THAT(pids(), ElementsAre(1, 10, 20, 30, 31)) << "without the newest pid every read lists";
+}
+
 TEST_F(ProcessTableTest, reusedPidIsAnotherProcess) {
     kernel.put({.pid = 1, .parent = 0});
     kernel.put({.pid = 10, .name = "before", .exe = "/bin/before"});

@@ -11,15 +11,17 @@ namespace varnet::platform {
 std::optional<std::vector<RunningProcess>> KernelProcessAccess::processes() {
     if (!table_) table_.reset(vn_table_open());
     const VNTableEntry* rows = nullptr;
-    const std::int32_t count = table_ ? vn_table_read(table_.get(), 0, &rows) : -1;
+    const std::int32_t count = table_ ? vn_table_read(table_.get(), 1, &rows) : -1;
     if (count < 0) {
         return std::nullopt;
     }
     std::vector<RunningProcess> processes;
     processes.reserve(static_cast<std::size_t>(count));
+    paths_.clear();
     for (const VNTableEntry& row : std::span(rows, static_cast<std::size_t>(count))) {
         if ((row.flags & VN_FLAG_SYSTEM) == 0) {
             processes.push_back({row.pid, row.parent, row.uid, row.start});
+            paths_.emplace(row.pid, row.path);
         }
     }
     return processes;
@@ -34,6 +36,9 @@ std::optional<ProcessAccess::Identity> KernelProcessAccess::identity(std::int32_
 }
 
 std::string KernelProcessAccess::executable(std::int32_t pid) {
+    if (const auto known = paths_.find(pid); known != paths_.end()) {
+        return known->second;
+    }
     std::array<char, VN_PATH_SIZE> path{};
     return vn_path(pid, path.data(), path.size()) == 0 ? std::string(path.data()) : std::string();
 }

@@ -3,7 +3,10 @@
 #include "VarnetApp/Platform/linux/ProcessAccess.h"
 #include "probes/vn_probes.h"
 
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <unordered_map>
 
 namespace varnet::platform {
 
@@ -22,6 +25,7 @@ private:
 
     /// Kept, so that each listing but the first reads only what ran since.
     std::unique_ptr<VNTable, CloseTable> table_;
+    std::unordered_map<std::int32_t, std::string> paths_; ///< as of the last listing
 };
 
 } // namespace varnet::platform
