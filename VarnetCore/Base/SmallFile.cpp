@@ -8,10 +8,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <string_view>
 
 namespace varnet {
 namespace {
+
+// The kernel's files say that they are empty.
+constexpr std::size_t leastExpected = 4096;
 
 bool isRegular(const struct stat& status) noexcept {
     return S_ISREG(status.st_mode);
@@ -20,10 +22,11 @@ bool isRegular(const struct stat& status) noexcept {
 /// Up to limit + 1 bytes, so that the caller sees a file that has grown past the limit.
 /// @param expected bytes, what the file had when it was looked at
 std::optional<std::string> readUpTo(int descriptor, std::size_t expected, std::size_t limit) {
+    const std::size_t step = std::max(expected, leastExpected);
     std::string text;
     std::size_t filled = 0;
     for (;;) {
-        if (filled == text.size()) text.resize(std::min(limit, filled + expected) + 1);
+        if (filled == text.size()) text.resize(std::min(limit, filled + step) + 1);
         const ssize_t count = ::read(descriptor, text.data() + filled, text.size() - filled);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return std::nullopt;
@@ -36,7 +39,7 @@ std::optional<std::string> readUpTo(int descriptor, std::size_t expected, std::s
 
 } // namespace
 
-std::optional<std::string> readSmallTextFile(const std::string& path, std::size_t limit) {
+std::optional<std::string> readSmallFile(const std::string& path, std::size_t limit) {
     if (path.find('\0') != std::string::npos) return std::nullopt;
     struct stat status{};
     // Looked at before it is opened: opening some devices already acts on them.
@@ -49,7 +52,13 @@ std::optional<std::string> readSmallTextFile(const std::string& path, std::size_
         if (size <= limit) text = readUpTo(descriptor, size, limit);
     }
     ::close(descriptor);
-    if (text && (text->size() > limit || !isValidUtf8(*text))) text.reset();
+    if (text && text->size() > limit) text.reset();
+    return text;
+}
+
+std::optional<std::string> readSmallTextFile(const std::string& path, std::size_t limit) {
+    auto text = readSmallFile(path, limit);
+    if (text && !isValidUtf8(*text)) text.reset();
     return text;
 }
 

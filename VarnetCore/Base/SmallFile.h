@@ -6,9 +6,13 @@
 
 namespace varnet {
 
-/// Reads a whole text file. Empty when there is none, when it is no regular file (a pipe or device could
-/// block or act), when it is larger than the limit, or when it is not valid UTF-8. Never blocks on a pipe.
-/// @param limit bytes
+/// Reads a whole regular file, the kernel's own among them, following symbolic links. Never waits: a pipe or
+/// device in its place is refused before it is opened.
+/// @param limit bytes; a longer file is refused whole, never cut
+/// @return empty when there is none or it cannot be read whole
+std::optional<std::string> readSmallFile(const std::string& path, std::size_t limit);
+
+/// The same for text: also empty when the bytes are not valid UTF-8.
 std::optional<std::string> readSmallTextFile(const std::string& path, std::size_t limit);
 
 } // namespace varnet

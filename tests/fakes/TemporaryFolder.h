@@ -2,8 +2,11 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 namespace varnet {
 
@@ -23,6 +26,22 @@ public:
     }
 
     const std::filesystem::path& path() const noexcept { return path_; }
+    std::string path(std::string_view below) const { return (path_ / below).string(); }
+
+    /// Writes a file and the folders it needs. @return its path
+    std::string write(std::string_view below, std::string_view bytes) const {
+        const std::filesystem::path file = path_ / below;
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << bytes;
+        return file.string();
+    }
+
+    /// An executable file. @return its path
+    std::string program(std::string_view below) const {
+        const std::string file = write(below, "");
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        return file;
+    }
 
 private:
     std::filesystem::path path_;

@@ -1,6 +1,6 @@
 #include "VarnetApp/Platform/linux/ControlGroupFile.h"
 
-#include "VarnetApp/Platform/linux/BoundedFile.h"
+#include "VarnetCore/Base/SmallFile.h"
 
 #include <cstddef>
 
@@ -12,7 +12,7 @@ constexpr std::size_t longestText = std::size_t{256} << 10;
 } // namespace
 
 std::string readControlGroupFile(std::int32_t pid, const std::string& root) {
-    return readBoundedFile(root + "/" + std::to_string(pid) + "/cgroup", longestText).value_or(std::string());
+    return readSmallFile(root + "/" + std::to_string(pid) + "/cgroup", longestText).value_or(std::string());
 }
 
 } // namespace varnet::platform

@@ -1,7 +1,7 @@
 #include "VarnetApp/Platform/linux/DesktopEntries.h"
 
-#include "VarnetApp/Platform/linux/BoundedFile.h"
 #include "VarnetApp/Platform/linux/ExecLine.h"
+#include "VarnetCore/Base/SmallFile.h"
 
 #include <QUtf8StringView>
 
@@ -175,7 +175,7 @@ void DesktopEntries::readEntry(const std::string& path, std::string id, std::vec
     if (!isValidText(id) || ids_.contains(id) || masked.contains(id) || ++filesSeen_ > mostFiles) {
         return;
     }
-    const auto text = readBoundedFile(path, longestFile);
+    const auto text = readSmallFile(path, longestFile);
     auto entry = text ? parseDesktopEntry(*text, localeTags_) : std::nullopt;
     if (!entry) {
         return; // and hides nothing: a good file of the same id may follow

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VarnetApp/Platform/linux/LinuxApplicationCatalog.h"
-#include "tests/VarnetApp/Platform/TemporaryFolder.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 #include <map>
 #include <memory>
@@ -64,7 +64,7 @@ public:
     std::set<std::int32_t> exited; ///< those that have ended since then
     bool tableFails = false;
     int listings = 0;
-    test::TemporaryFolder folder;
+    TemporaryFolder folder;
 
 private:
     class Access final : public ProcessAccess {

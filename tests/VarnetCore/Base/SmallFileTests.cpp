@@ -1,6 +1,6 @@
 #include "VarnetCore/Base/SmallFile.h"
 #include "VarnetCore/Base/Utf8.h"
-#include "tests/VarnetCore/TemporaryFolder.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace {
 using namespace std::string_view_literals;
 
 TEST(SmallFile, ReadsTextUpToTheLimit) {
-    const tests::TemporaryFolder folder;
+    const TemporaryFolder folder;
     EXPECT_EQ(readSmallTextFile(folder.write("exact", "12345678"), 8), "12345678");
     EXPECT_EQ(readSmallTextFile(folder.write("larger", "123456789"), 8), std::nullopt);
     EXPECT_EQ(readSmallTextFile(folder.write("empty", ""), 8), "");
@@ -22,11 +22,11 @@ TEST(SmallFile, ReadsTextUpToTheLimit) {
 }
 
 TEST(SmallFile, RefusesWhatIsNoRegularFile) {
-    const tests::TemporaryFolder folder;
+    const TemporaryFolder folder;
     ASSERT_EQ(::mkfifo(folder.path("pipe").c_str(), 0600), 0);
     EXPECT_EQ(readSmallTextFile(folder.path("pipe"), 8), std::nullopt);
     EXPECT_EQ(readSmallTextFile("/dev/zero", 8), std::nullopt);
-    EXPECT_EQ(readSmallTextFile(folder.path(), 8), std::nullopt);
+    EXPECT_EQ(readSmallTextFile(folder.path().string(), 8), std::nullopt);
     EXPECT_EQ(readSmallTextFile(folder.path("missing"), 8), std::nullopt);
     // The system would stop reading the path at its NUL and open another file.
     EXPECT_EQ(readSmallTextFile(folder.write("file", "x") + '\0' + "more", 8), std::nullopt);

@@ -1,6 +1,6 @@
 #include "VarnetCore/Monitoring/GitCheckout.h"
 #include "VarnetCore/Monitoring/ProjectResolver.h"
-#include "tests/VarnetCore/TemporaryFolder.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ protected:
         return project ? project->worktree : "no project";
     }
 
-    tests::TemporaryFolder folder_;
+    TemporaryFolder folder_;
     ProjectResolver resolver_{"/home/nobody"};
 };
 

@@ -1,5 +1,4 @@
 #include "VarnetApp/Platform/linux/DesktopEntry.h"
-
 #include "VarnetApp/Platform/linux/ExecLine.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,5 @@
 #include "VarnetApp/Platform/linux/DesktopEntries.h"
-
-#include "tests/VarnetApp/Platform/TemporaryFolder.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -38,7 +37,7 @@ protected:
         return application != nullptr ? application->name : "none";
     }
 
-    test::TemporaryFolder folder;
+    TemporaryFolder folder;
 };
 
 TEST(DesktopPlaces, foldersComeFromTheEnvironmentInTheirOrder) {

@@ -1,5 +1,4 @@
 #include "VarnetApp/Platform/linux/LinuxApplicationCatalog.h"
-
 #include "tests/VarnetApp/Platform/FakeMachine.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,4 @@
 #include "VarnetApp/Platform/linux/UserManagerEvents.h"
-
 #include "tests/VarnetApp/Platform/FakeMachine.h"
 
 #include <QCoreApplication>
@@ -46,7 +45,7 @@ bool eventually(const std::function<bool()>& holds) {
 /// A message bus of the test's own.
 class PrivateBus {
 public:
-    explicit PrivateBus(const test::TemporaryFolder& folder) : address_("unix:path=" + folder.path("bus")) {
+    explicit PrivateBus(const TemporaryFolder& folder) : address_("unix:path=" + folder.path("bus")) {
         daemon_.start("dbus-daemon", {"--session", "--nofork", "--nopidfile", "--print-address",
                                       "--address=" + QString::fromStdString(address_)});
         running_ = daemon_.waitForStarted(10'000) && daemon_.waitForReadyRead(10'000);
@@ -123,7 +122,7 @@ protected:
     }
     QString unit(std::int32_t pid) { return QString::fromStdString(scope(pid)); }
 
-    test::TemporaryFolder folder;
+    TemporaryFolder folder;
     FakeMachine machine;
     std::unique_ptr<PrivateBus> bus;
 };

@@ -1,7 +1,6 @@
 #include "VarnetApp/Platform/linux/ControlGroup.h"
-
 #include "VarnetApp/Platform/linux/ControlGroupFile.h"
-#include "tests/VarnetApp/Platform/TemporaryFolder.h"
+#include "tests/fakes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -71,7 +70,7 @@ TEST(ControlGroup, onlyPathsOfUsersSessionsHoldApplications) {
 }
 
 TEST(ControlGroup, fileIsReadWholeOrNotAtAll) {
-    const test::TemporaryFolder root;
+    const TemporaryFolder root;
     root.write("7/cgroup", "0::/a.scope\n");
     root.write("8/cgroup", std::string(400'000, 'a'));
     std::filesystem::create_directories(root.path("9"));
