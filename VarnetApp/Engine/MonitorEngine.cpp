@@ -400,7 +400,8 @@ void MonitorEngine::addAction(HistoryRecord action) {
     saveArchive();
 }
 
-void MonitorEngine::execute(StopPlan plan, StopForce force, SerialQueue& queue, StopCompletion completion) {
+void MonitorEngine::execute(StopPlan plan, StopForce force, SerialQueue& queue,
+                            const StopCompletion& completion) {
     auto execution = std::make_shared<StopExecution>(std::move(plan), force, boot_);
     execution->signal(probes_);
     execution->startWaiting(clock_.now());

@@ -77,7 +77,7 @@ public:
     /// time is up, writes one history record, saves, and tells. Passes go on while it waits. An end of the
     /// engine cuts the watching short: nothing is written and nobody told.
     /// @param queue the one this engine lives on
-    void execute(StopPlan plan, StopForce force, SerialQueue& queue, StopCompletion completion);
+    void execute(StopPlan plan, StopForce force, SerialQueue& queue, const StopCompletion& completion);
 
     /// Sets a finding aside, or takes it back, and saves.
     void ignore(const std::string& findingID);

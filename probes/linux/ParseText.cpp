@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <limits>
+#include <memory>
 
 namespace varnet::probes {
 
@@ -28,8 +29,8 @@ std::string_view nextWord(std::string_view& text) noexcept {
 
 std::optional<std::uint64_t> parseNumber(std::string_view word) noexcept {
     std::uint64_t number = 0;
-    const char* const end = word.data() + word.size();
-    const auto [stop, error] = std::from_chars(word.data(), end, number);
+    const char* const end = std::to_address(word.end());
+    const auto [stop, error] = std::from_chars(std::to_address(word.begin()), end, number);
     if (error != std::errc{} || stop != end) return std::nullopt;
     return number;
 }
