@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace varnet {
 namespace {
@@ -19,7 +20,7 @@ bool isRegular(const struct stat& status) noexcept {
     return S_ISREG(status.st_mode);
 }
 
-/// Up to limit + 1 bytes, so that the caller sees a file that has grown past the limit.
+/// Everything up to the end; empty when it cannot be read or has grown past the limit.
 /// @param expected bytes, what the file had when it was looked at
 std::optional<std::string> readUpTo(int descriptor, std::size_t expected, std::size_t limit) {
     const std::size_t step = std::max(expected, leastExpected);
@@ -31,10 +32,12 @@ std::optional<std::string> readUpTo(int descriptor, std::size_t expected, std::s
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) return std::nullopt;
         filled += static_cast<std::size_t>(count);
-        if (count == 0 || filled > limit) break;
+        if (filled > limit) return std::nullopt;
+        if (count == 0) {
+            text.resize(filled);
+            return text;
+        }
     }
-    text.resize(filled);
-    return text;
 }
 
 } // namespace
@@ -46,20 +49,17 @@ std::optional<std::string> readSmallFile(const std::string& path, std::size_t li
     if (::stat(path.c_str(), &status) != 0 || !isRegular(status)) return std::nullopt;
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) return std::nullopt;
-    std::optional<std::string> text;
-    if (::fstat(descriptor, &status) == 0 && isRegular(status)) {
-        const auto size = static_cast<std::size_t>(status.st_size);
-        if (size <= limit) text = readUpTo(descriptor, size, limit);
-    }
+    const bool readable = ::fstat(descriptor, &status) == 0 && isRegular(status) &&
+                          static_cast<std::size_t>(status.st_size) <= limit;
+    auto text =
+        readable ? readUpTo(descriptor, static_cast<std::size_t>(status.st_size), limit) : std::nullopt;
     ::close(descriptor);
-    if (text && text->size() > limit) text.reset();
     return text;
 }
 
 std::optional<std::string> readSmallTextFile(const std::string& path, std::size_t limit) {
     auto text = readSmallFile(path, limit);
-    if (text && !isValidUtf8(*text)) text.reset();
-    return text;
+    return text && isValidUtf8(*text) ? std::move(text) : std::nullopt;
 }
 
 } // namespace varnet
