@@ -33,8 +33,8 @@ void requireStandardized(const std::string& path) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    requireStandardized(GitCheckout::commonDirectory(text, "/work/repository/.git"));
-    if (const auto directory = GitCheckout::gitDirectory(text, "/work/checkout"))
+    requireStandardized(GitCheckout::commonDirectory(text, "/src/repository/.git"));
+    if (const auto directory = GitCheckout::gitDirectory(text, "/src/checkout"))
         requireStandardized(*directory);
 
     const std::string label = GitCheckout::label(text);
