@@ -1,0 +1,7 @@
+import QtQuick
+import Varnet
+
+Rectangle {
+    color: Theme.dark ? "#1E1814" : "#FFFFFF"
+    radius: 12
+}

@@ -1,0 +1,7 @@
+#include "VarnetApp/Components/Theme.h"
+
+namespace varnet {
+
+Theme::Theme(QObject* parent) : QObject(parent) {}
+
+} // namespace varnet
