@@ -85,6 +85,9 @@ public:
     /// Puts an action of the user at the front of the history, and saves.
     void addAction(HistoryRecord action);
 
+    /// Forgets which folders belong to which project: one of them can be read from now on.
+    void invalidateProjects() noexcept { resolver_.invalidate(); }
+
     const SessionArchive& archive() const noexcept { return archive_; }
     /// Boot time in every identity of this run.
     std::uint64_t boot() const noexcept { return boot_; }

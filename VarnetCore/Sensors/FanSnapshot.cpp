@@ -1,6 +1,14 @@
 #include "VarnetCore/Sensors/FanSnapshot.h"
 
+#include <cmath>
+
 namespace varnet {
+
+std::optional<double> Fan::ratio() const noexcept {
+    if (!maximum || !std::isfinite(*maximum) || *maximum <= 0 || *maximum > fastest) return std::nullopt;
+    if (!std::isfinite(rpm) || rpm < 0 || rpm > *maximum) return std::nullopt;
+    return rpm / *maximum;
+}
 
 std::string_view rawValue(FanAvailability availability) noexcept {
     switch (availability) {

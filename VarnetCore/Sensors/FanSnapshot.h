@@ -14,6 +14,12 @@ struct Fan {
     double rpm = 0;                ///< revolutions per minute
     std::optional<double> maximum; ///< top speed; empty when not known
 
+    /// Speeds up to this are believed.
+    static constexpr double fastest = 20'000;
+
+    /// Share of the top speed, 0 to 1; empty without a top speed that can be believed.
+    std::optional<double> ratio() const noexcept;
+
     friend bool operator==(const Fan&, const Fan&) = default;
 };
 

@@ -80,7 +80,7 @@ std::int32_t FakeProbes::signalChecked(std::int32_t pid, std::uint64_t start, st
     } else if (process->start != start || process->uid != uid) {
         answer = identityChanged;
     }
-    signals.push_back({pid, start, uid, signal, answer});
+    sent.push_back({pid, start, uid, signal, answer});
     if (answer == 0 && onSignal) onSignal(pid, signal);
     return answer;
 }

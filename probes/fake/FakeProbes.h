@@ -62,7 +62,7 @@ public:
     double uptime = 1000;
 
     Calls calls;
-    std::vector<Signal> signals;
+    std::vector<Signal> sent;
     /// Called for a signal that passes every check; what it does to `processes` is the signal's effect.
     std::function<void(std::int32_t pid, std::int32_t signal)> onSignal;
 

@@ -1,5 +1,10 @@
 #include "tests/vectors/RecordJson.h"
 
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <string_view>
+
 namespace varnet::vectors {
 namespace {
 
@@ -13,10 +18,11 @@ ProcessSample readPooled(const Json& json, const Json& pool) {
     return readSample(json.is_number_integer() ? pool.at(json.get<std::size_t>()) : json);
 }
 
-/// A case by its raw string.
+/// A case by its raw string; the first one where there is none.
 template <typename Case>
 Case readCase(const Json& object, const char* key, std::initializer_list<Case> cases) {
     const std::string text = readText(object, key);
+    if (text.empty()) return *cases.begin();
     for (const Case one : cases) {
         if (text == rawValue(one)) return one;
     }
@@ -175,6 +181,60 @@ Finding readFinding(const Json& json) {
     for (const Json& target : at(json, "targets"))
         finding.targets.push_back(readIdentity(target));
     return finding;
+}
+
+namespace {
+
+FanLevel readLevel(const Json& json) {
+    if (json.is_null()) return FanLevel::stopped;
+    if (json.is_number()) return static_cast<FanLevel>(json.get<int>());
+    constexpr std::array<std::string_view, 4> names{"stopped", "running", "vacuum", "takeoff"};
+    const auto found = std::ranges::find(names, json.get<std::string>());
+    if (found == names.end()) throw std::runtime_error("no fan level: " + json.dump());
+    return static_cast<FanLevel>(found - names.begin());
+}
+
+} // namespace
+
+FanSnapshot readFans(const Json& json) {
+    FanSnapshot fans;
+    if (json.is_null()) return fans;
+    fans.availability = readCase(json, "availability",
+                                 {FanAvailability::unavailable, FanAvailability::available,
+                                  FanAvailability::fanless, FanAvailability::stale});
+    for (const Json& fan : at(json, "fans")) {
+        fans.fans.push_back({readInteger<int>(fan, "id").value_or(0), readNumber(fan, "rpm").value_or(0),
+                             readNumber(fan, "maximum")});
+    }
+    fans.level = readLevel(at(json, "level"));
+    fans.spunUp = readFlag(json, "spunUp");
+    fans.measuredAt = readDate(json, "measuredAt");
+    return fans;
+}
+
+MonitorSnapshot readSnapshot(const Json& json, const Json& pool) {
+    MonitorSnapshot snapshot;
+    snapshot.date = readDate(json, "date").value_or(Date{});
+    snapshot.processes = readSampleRefs(at(json, "processes"), pool);
+    snapshot.groups = readGroups(at(json, "groups"), pool);
+    snapshot.services = readServices(at(json, "services"), pool);
+    for (const Json& finding : at(json, "findings"))
+        snapshot.findings.push_back(readFinding(finding));
+    snapshot.fans = readFans(at(json, "fans"));
+    snapshot.thermal =
+        readCase(json, "thermal", {Thermal::nominal, Thermal::fair, Thermal::serious, Thermal::critical});
+    snapshot.systemCPU = readNumber(json, "systemCPU");
+    snapshot.physicalMemory = readInteger<std::uint64_t>(json, "physicalMemory").value_or(0);
+    const Json& memory = at(json, "systemMemory");
+    snapshot.systemMemory.usedRAM = readInteger<std::uint64_t>(memory, "usedRAM");
+    snapshot.systemMemory.compressed = readInteger<std::uint64_t>(memory, "compressed");
+    snapshot.systemMemory.swapUsed = readInteger<std::uint64_t>(memory, "swapUsed");
+    for (const Json& point : at(json, "history"))
+        snapshot.history.push_back(
+            {readDate(point, "date").value_or(Date{}), readNumber(point, "value").value_or(0)});
+    snapshot.logicalCores = readInteger<int>(json, "logicalCores").value_or(1);
+    if (!at(json, "error").is_null()) snapshot.error = readText(json, "error");
+    return snapshot;
 }
 
 Json written(const ProcessIdentity& identity) {

@@ -5,6 +5,7 @@
 #include "VarnetCore/Monitoring/ApplicationDescriptor.h"
 #include "VarnetCore/Monitoring/ApplicationGroup.h"
 #include "VarnetCore/Monitoring/Attribution.h"
+#include "VarnetCore/Monitoring/MonitorSnapshot.h"
 #include "VarnetCore/Monitoring/ProcessIdentity.h"
 #include "VarnetCore/Monitoring/ProcessSample.h"
 #include "VarnetCore/Monitoring/Project.h"
@@ -59,6 +60,9 @@ std::vector<ApplicationGroup> readGroups(const Json& list, const Json& pool = {}
 Service readService(const Json& json, const Json& pool = {});
 std::vector<Service> readServices(const Json& list, const Json& pool = {});
 Finding readFinding(const Json& json);
+/// The level as its number or by name.
+FanSnapshot readFans(const Json& json);
+MonitorSnapshot readSnapshot(const Json& json, const Json& pool = {});
 
 Json written(const ProcessIdentity& identity);
 Json written(const Attribution& attribution);

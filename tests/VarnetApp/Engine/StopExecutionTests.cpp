@@ -50,7 +50,7 @@ public:
 
     std::vector<std::pair<std::int32_t, std::int32_t>> sent() const {
         std::vector<std::pair<std::int32_t, std::int32_t>> sent;
-        for (const auto& signal : probes.signals)
+        for (const auto& signal : probes.sent)
             sent.emplace_back(signal.pid, signal.signal);
         return sent;
     }
@@ -92,18 +92,18 @@ TEST_F(StopExecutionTest, nothingEscalatesByItself) {
     EXPECT_FALSE(results) << "still waiting";
     queue.advance(0.5);
     EXPECT_EQ(outcomes(), (std::vector{stillRunning, stopped, stopped}));
-    EXPECT_EQ(probes.signals.size(), 3U);
+    EXPECT_EQ(probes.sent.size(), 3U);
     EXPECT_EQ(engine->archive().actions[0].title, "node server: partial result");
     EXPECT_EQ(engine->archive().actions[0].detail, "2 of 3 reviewed processes exited.");
     queue.advance(60);
-    EXPECT_EQ(probes.signals.size(), 3U);
+    EXPECT_EQ(probes.sent.size(), 3U);
 
     // The user insists, on what is left.
     StopPlan survivors = plan();
     std::erase_if(survivors.targets, [](const StopTarget& t) { return t.identity.pid != 100; });
     execute(survivors, StopForce::forced);
     EXPECT_EQ(sent().back(), (std::pair{100, SIGKILL}));
-    EXPECT_EQ(probes.signals.size(), 4U);
+    EXPECT_EQ(probes.sent.size(), 4U);
     EXPECT_EQ(outcomes(), std::vector{stopped});
     EXPECT_EQ(engine->archive().actions.size(), 2U) << "newest first";
     EXPECT_EQ(engine->archive().actions[0].detail, "1 of 1 reviewed processes exited.");
@@ -142,13 +142,13 @@ TEST_F(StopExecutionTest, onlyTheReviewedProcessIsEverSignalled) {
         StopPlan reviewed = plan();
         reviewed.targets.resize(1);
         row.change(*this, reviewed);
-        probes.signals.clear();
+        probes.sent.clear();
         bool delivered = false;
         probes.onSignal = [&](std::int32_t, std::int32_t) { delivered = true; };
         execute(reviewed);
         EXPECT_EQ(outcomes(), std::vector{row.outcome});
         EXPECT_FALSE(delivered);
-        EXPECT_EQ(!probes.signals.empty(), row.asked);
+        EXPECT_EQ(!probes.sent.empty(), row.asked);
         EXPECT_EQ(results->front().detail, row.outcome == denied ? "Operation not permitted" : "");
         probes.onSignal = nullptr;
         engine->resetAfterSleep();
@@ -165,7 +165,7 @@ TEST_F(StopExecutionTest, reusedPidDuringTheWaitCountsAsStopped) {
     heir.start += 7;
     queue.advance(0.25);
     EXPECT_EQ(outcomes(), std::vector{stopped});
-    EXPECT_EQ(probes.signals.size(), 1U);
+    EXPECT_EQ(probes.sent.size(), 1U);
 }
 
 TEST_F(StopExecutionTest, unconfirmedExitIsNoExit) {
@@ -220,10 +220,10 @@ TEST_F(StopExecutionTest, notOneSignalOutsideThePlanUnderChurn) {
     };
     execute(reviewed);
     queue.advance(11);
-    for (const auto& signal : probes.signals) {
+    for (const auto& signal : probes.sent) {
         EXPECT_TRUE(allowed.contains({signal.pid, signal.start})) << signal.pid;
     }
-    EXPECT_LE(probes.signals.size(), reviewed.targets.size());
+    EXPECT_LE(probes.sent.size(), reviewed.targets.size());
     ASSERT_TRUE(results);
 }
 
