@@ -1,0 +1,57 @@
+#include "VarnetApp/Localization/Figures.h"
+
+#include <array>
+#include <cmath>
+
+namespace varnet {
+
+namespace {
+
+bool isFigure(std::optional<double> value) noexcept {
+    return value && std::isfinite(*value);
+}
+
+constexpr std::array<const char*, 5> memoryUnits{"KB", "MB", "GB", "TB", "PB"};
+
+} // namespace
+
+QString Figures::withPercentSign(const QString& number) const {
+    // Czech sets the sign apart by a space that does not break.
+    return locale_.language() == QLocale::Czech ? number + QChar(0x00A0) + "%" : number + "%";
+}
+
+QString Figures::wholePercent(std::optional<double> percent) const {
+    if (!isFigure(percent)) return unknown();
+    return withPercentSign(locale_.toString(std::nearbyint(*percent), 'f', 0));
+}
+
+QString Figures::percent(std::optional<double> percent) const {
+    if (!isFigure(percent)) return unknown();
+    return withPercentSign(locale_.toString(*percent, 'f', 1));
+}
+
+QString Figures::memory(std::optional<std::uint64_t> bytes) const {
+    if (!bytes) return unknown();
+    double value = static_cast<double>(*bytes) / 1024;
+    std::size_t unit = 0;
+    // A figure that would round up to 1,024 is one of the next unit.
+    while (unit + 1 < memoryUnits.size() && value >= (unit == 0 ? 1023.5 : 1023.95)) {
+        value /= 1024;
+        ++unit;
+    }
+    const double tenths = std::nearbyint(value * 10) / 10;
+    const bool whole = unit == 0 || tenths == std::floor(tenths);
+    return locale_.toString(unit == 0 ? std::ceil(value) : tenths, 'f', whole ? 0 : 1) + " " +
+           memoryUnits[unit];
+}
+
+QString Figures::count(std::uint64_t number) const {
+    return locale_.toString(static_cast<qulonglong>(number));
+}
+
+QString Figures::speed(std::optional<double> rpm) const {
+    if (!isFigure(rpm)) return unknown();
+    return locale_.toString(std::nearbyint(*rpm), 'f', 0) + " RPM";
+}
+
+} // namespace varnet

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QLocale>
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+
+namespace varnet {
+
+/// Figures as the user reads them, in the chosen language's own way. What is not known is "—".
+class Figures {
+public:
+    static QString unknown() { return QStringLiteral("—"); }
+
+    explicit Figures(QLocale locale) : locale_(std::move(locale)) {}
+
+    /// "46%"; half to even.
+    QString wholePercent(std::optional<double> percent) const;
+    /// "9.8%".
+    QString percent(std::optional<double> percent) const;
+    /// Memory in units of 1,024: "4.6 GB", "912 MB", "640 KB".
+    QString memory(std::optional<std::uint64_t> bytes) const;
+    /// "2,840".
+    QString count(std::uint64_t number) const;
+    /// "2,840 RPM".
+    QString speed(std::optional<double> rpm) const;
+
+private:
+    QString withPercentSign(const QString& number) const;
+
+    QLocale locale_;
+};
+
+} // namespace varnet
