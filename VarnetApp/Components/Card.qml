@@ -1,7 +1,16 @@
 import QtQuick
 import Varnet
 
+// A surface that holds one subject.
 Rectangle {
-    color: Theme.dark ? "#1E1814" : "#FFFFFF"
-    radius: 12
+    property bool hovered: false
+
+    radius: Theme.radiusCard
+    color: hovered ? Theme.cover(Theme.surface, Theme.hover) : Theme.surface
+    border.color: Theme.hairline
+    border.width: 1
+
+    Behavior on color {
+        ColorAnimation { duration: Theme.hoverDuration }
+    }
 }

@@ -1,0 +1,6 @@
+import QtQuick
+import Varnet
+
+Label {
+    font: Theme.strong
+}

@@ -1,0 +1,7 @@
+import QtQuick
+import Varnet
+
+Label {
+    line: Theme.titleLine
+    font: Theme.title
+}

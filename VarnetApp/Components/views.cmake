@@ -1,0 +1,34 @@
+# The building blocks of every view.
+list(
+    APPEND
+    views_cpp
+    Components/IconItem.cpp
+    Components/IconPaths.cpp
+    Components/KeyedListModel.cpp
+    Components/MarkItem.cpp
+    Components/Palette.cpp
+    Components/PathData.cpp
+    Components/RoundBoxItem.cpp
+    Components/Singletons.cpp
+    Components/Theme.cpp
+    Components/ViewContext.cpp)
+list(APPEND views_singletons Components/Words.qml)
+list(
+    APPEND
+    views_qml
+    Components/Button.qml
+    Components/CaptionText.qml
+    Components/Card.qml
+    Components/DisplayText.qml
+    Components/FocusRing.qml
+    Components/HoverTip.qml
+    Components/IconButton.qml
+    Components/Label.qml
+    Components/Segment.qml
+    Components/Segmented.qml
+    Components/Separator.qml
+    Components/StrongText.qml
+    Components/Tick.qml
+    Components/TitleText.qml
+    Components/Toggle.qml
+    Components/ToolTip.qml)
