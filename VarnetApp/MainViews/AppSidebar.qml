@@ -1,0 +1,6 @@
+import QtQuick
+import Varnet
+
+Item {
+    required property bool rail
+}
