@@ -6,8 +6,9 @@
 
 namespace varnet {
 
-/// Reads SVG path data of absolute commands: M, L, H, V, C, Q, A and Z, with repeated arguments and any mix
-/// of commas and blanks. Reading ends at the first thing it cannot understand; what came before is kept.
+/// Reads a drawn outline from text: the absolute commands M, L, C, Q, A and Z, numbers apart by blanks or
+/// commas. A command's numbers may repeat without its letter; after M they are lines. Filling is odd-even.
+/// Text that is too long, cut off, not finite or not understood gives an empty path, never half of one.
 QPainterPath pathFromData(std::string_view data);
 
 } // namespace varnet

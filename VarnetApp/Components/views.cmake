@@ -7,7 +7,6 @@ list(
     Components/KeyedListModel.cpp
     Components/MarkItem.cpp
     Components/Palette.cpp
-    Components/PathData.cpp
     Components/RoundBoxItem.cpp
     Components/Singletons.cpp
     Components/Theme.cpp
