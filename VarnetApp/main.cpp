@@ -1,5 +1,10 @@
 #include "VarnetApp/Diagnostics/CommandLine.h"
 #include "VarnetApp/Diagnostics/Diagnostics.h"
+#include "VarnetApp/Previews/Previews.h"
+
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
 
 #include <cstdio>
 #include <string_view>
@@ -31,6 +36,14 @@ int main(int argc, char** argv) {
         return varnet::Diagnostics::benchmark(line.seconds);
     case CommandLine::Action::integration:
         return varnet::Diagnostics::integration();
+    case CommandLine::Action::renderPreviews: {
+        // Pictures need no display, and must not depend on one that is there.
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        const QGuiApplication application(argc, argv);
+        return varnet::Previews::render(line.folder, QString::fromStdString(line.language),
+                                        QString::fromStdString(line.only));
+    }
     case CommandLine::Action::start:
         return varnet::Diagnostics::liveReading();
     }

@@ -26,6 +26,12 @@ void VarnetStore::finishOnboarding(bool launchAtLogin) {
     emit settingsChanged();
 }
 
+void VarnetStore::setPreviewOnboarded(bool onboarded) {
+    if (!isPreview_ || onboarded == settings_.hasOnboarded()) return;
+    settings_.setHasOnboarded(onboarded);
+    emit settingsChanged();
+}
+
 void VarnetStore::setAppearance(const QString& appearance) {
     if (appearance == settings_.appearance()) return;
     settings_.setAppearance(appearance);

@@ -52,6 +52,7 @@ VarnetStore::VarnetStore(Setup setup)
     }
     latestSnapshot_ = setup.preview;
     snapshot_ = std::move(setup.preview);
+    settings_.setHasOnboarded(true);
     updateRoast();
 }
 

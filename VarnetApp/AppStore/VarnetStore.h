@@ -150,7 +150,9 @@ public:
     const std::optional<Roast>& frozenRoast() const noexcept { return frozenRoast_; }
 
     // Settings.
-    bool hasOnboarded() const { return settings_.hasOnboarded() || isPreview_; }
+    bool hasOnboarded() const { return settings_.hasOnboarded(); }
+    /// Prepared data counts as onboarded unless the welcome itself is to be shown.
+    void setPreviewOnboarded(bool onboarded);
     Q_INVOKABLE void finishOnboarding(bool launchAtLogin);
     QString appearance() const { return settings_.appearance(); }
     void setAppearance(const QString& appearance);

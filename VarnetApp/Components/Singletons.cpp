@@ -27,4 +27,9 @@ AppLocalization* AppLocalizationInQml::create(QQmlEngine* engine, QJSEngine*) {
     return context ? lent(context->localization) : nullptr;
 }
 
+DockFlame* DockFlameInQml::create(QQmlEngine* engine, QJSEngine*) {
+    ViewContext* const context = ViewContext::of(engine);
+    return context && context->dockFlame ? lent(*context->dockFlame) : nullptr;
+}
+
 } // namespace varnet

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Application/DockFlame.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 
 #include <QQmlEngine>
@@ -28,6 +29,17 @@ struct AppLocalizationInQml {
 
 public:
     static AppLocalization* create(QQmlEngine* engine, QJSEngine*);
+};
+
+/// The flame in the Dock, for its settings.
+struct DockFlameInQml {
+    Q_GADGET
+    QML_FOREIGN(varnet::DockFlame)
+    QML_NAMED_ELEMENT(DockFlame)
+    QML_SINGLETON
+
+public:
+    static DockFlame* create(QQmlEngine* engine, QJSEngine*);
 };
 
 } // namespace varnet

@@ -18,6 +18,11 @@ Shows what keeps this machine busy, and which of it may go.
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
   --integration-test     find and stop a server of its own, print how that went as JSON
+  --render-previews DIR  write a picture of every screen, without a display
+  --preview-language L   beside a renderer: "en" or "cs"
+  --preview-only NAME    beside it: only pictures whose names begin so
+  --show-window          open the main window with the start
+  --login                start quietly, as the desktop does with the session
   --help                 this text
   --version              the version
 
@@ -25,8 +30,26 @@ Without a switch the program starts. Diagnostic runs keep their state under
 "artifacts" in the current folder and never touch your own.
 )";
 
-constexpr std::array<std::string_view, 5> switches{"--diagnose", "--benchmark", "--integration-test",
-                                                   "--help", "--version"};
+/// What follows a switch.
+enum class Takes { nothing, seconds, folder, language, name };
+
+struct Switch {
+    std::string_view name;
+    Takes takes;
+};
+
+constexpr std::array<Switch, 10> switches{{
+    {"--diagnose", Takes::nothing},
+    {"--benchmark", Takes::seconds},
+    {"--integration-test", Takes::nothing},
+    {"--render-previews", Takes::folder},
+    {"--preview-language", Takes::language},
+    {"--preview-only", Takes::name},
+    {"--show-window", Takes::nothing},
+    {"--login", Takes::nothing},
+    {"--help", Takes::nothing},
+    {"--version", Takes::nothing},
+}};
 
 CommandLine refused(std::string sentence) {
     CommandLine line;
@@ -54,20 +77,32 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
     CommandLine line;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view argument = arguments[i];
-        if (std::ranges::find(switches, argument) == switches.end()) {
+        const auto known = std::ranges::find(switches, argument, &Switch::name);
+        if (known == switches.end()) {
             const std::string kind = argument.starts_with('-') ? "Unknown switch " : "Unexpected argument ";
             return refused(kind + "\"" + std::string(argument) + "\".");
         }
-        given.push_back(argument);
         const bool hasValue = i + 1 < arguments.size() && !arguments[i + 1].starts_with("--");
-        if (argument != "--benchmark" || !hasValue) continue;
-        // A word that is no number leaves the length as it is.
-        if (const auto seconds = finiteNumber(arguments[++i])) {
+        // A renderer without a folder counts as absent.
+        if (known->takes == Takes::folder && !hasValue) continue;
+        given.push_back(argument);
+        if (known->takes == Takes::nothing || !hasValue) continue;
+        const std::string_view value = arguments[++i];
+        if (known->takes == Takes::folder) {
+            line.folder = value;
+        } else if (known->takes == Takes::language) {
+            line.language = value;
+        } else if (known->takes == Takes::name) {
+            line.only = value;
+        } else if (const auto seconds = finiteNumber(value)) {
+            // A word that is no number leaves the length as it is.
             if (*seconds <= 0) return refused("--benchmark needs a number of seconds above 0.");
             line.seconds = *seconds;
         }
     }
     const auto has = [&](std::string_view name) { return std::ranges::find(given, name) != given.end(); };
+    line.showWindow = has("--show-window");
+    line.login = has("--login");
     if (has("--help")) {
         line.action = Action::help;
     } else if (has("--version")) {
@@ -78,6 +113,8 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::benchmark;
     } else if (has("--integration-test")) {
         line.action = Action::integration;
+    } else if (has("--render-previews")) {
+        line.action = Action::renderPreviews;
     }
     return line;
 }

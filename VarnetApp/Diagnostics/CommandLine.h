@@ -9,11 +9,16 @@ namespace varnet {
 
 /// What the program was asked to do.
 struct CommandLine {
-    enum class Action { start, diagnose, benchmark, integration, help, version, refuse };
+    enum class Action { start, diagnose, benchmark, integration, renderPreviews, help, version, refuse };
 
     Action action = Action::start;
-    double seconds = 30; ///< of a benchmark
-    std::string refusal; ///< a sentence for standard error when the action is to refuse
+    double seconds = 30;     ///< of a benchmark
+    std::string folder;      ///< that a renderer writes into
+    std::string language;    ///< of what is rendered; empty: English
+    std::string only;        ///< beginning of the names of the pictures to render; empty: all
+    bool showWindow = false; ///< the main window opens whatever started the program
+    bool login = false;      ///< started by the desktop with the session
+    std::string refusal;     ///< a sentence for standard error when the action is to refuse
 
     /// @param arguments without the program's own name
     static CommandLine parse(std::span<const std::string_view> arguments);

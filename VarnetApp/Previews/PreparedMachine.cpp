@@ -152,11 +152,8 @@ public:
         snapshot->physicalMemory = 32ULL * 1024 * mb;
         snapshot->systemMemory = {18329 * mb, 3277 * mb, 512 * mb};
         snapshot->logicalCores = cores;
-        snapshot->fans = {FanAvailability::available,
-                          {{0, 2840, 5600}, {1, 2790, 5600}},
-                          FanLevel::running,
-                          false,
-                          now_};
+        snapshot->fans = {
+            FanAvailability::available, {{0, 2840, 5600}, {1, 2790, 5600}}, FanLevel::running, false, now_};
         addHistory(*snapshot);
         return snapshot;
     }
@@ -281,9 +278,13 @@ std::shared_ptr<const MonitorSnapshot> PreparedMachine::manyFindings() {
     const auto& vite = snapshot->services.back();
     snapshot->findings.insert(
         snapshot->findings.begin(),
-        {"restarted:" + vite.id(), FindingKind::restarted, vite.name() + " started again",
+        {"restarted:" + vite.id(),
+         FindingKind::restarted,
+         vite.name() + " started again",
          "A new instance appeared after the reviewed service stopped. A parent tool may have restarted it.",
-         std::nullopt, {vite.root->id}, snapshot->date});
+         std::nullopt,
+         {vite.root->id},
+         snapshot->date});
     return snapshot;
 }
 
@@ -302,7 +303,7 @@ std::shared_ptr<const MonitorSnapshot> PreparedMachine::gathering() {
 std::shared_ptr<const MonitorSnapshot> PreparedMachine::failing() {
     auto snapshot = std::make_shared<MonitorSnapshot>();
     snapshot->date = now();
-    snapshot->error = "Process information is unavailable.";
+    snapshot->error = "Process measurements are unavailable. Last successful update is shown.";
     return snapshot;
 }
 

@@ -1,0 +1,71 @@
+#include "VarnetApp/Application/DockFlame.h"
+
+#include "VarnetApp/AppStore/StoreSettings.h"
+#include "VarnetApp/Components/Mascot/MascotPainter.h"
+
+namespace varnet {
+
+DockFlame::DockFlame(StoreSettings& settings, QObject* parent) : QObject(parent), settings_(settings) {}
+
+bool DockFlame::dynamic() const {
+    return settings_.dynamicDockFlame();
+}
+
+void DockFlame::setDynamic(bool dynamic) {
+    settings_.setDynamicDockFlame(dynamic);
+    render();
+    emit settingsChanged();
+    emit faceChanged();
+}
+
+bool DockFlame::keepInDock() const {
+    return settings_.keepInDock();
+}
+
+void DockFlame::setKeepInDock(bool keep) {
+    settings_.setKeepInDock(keep);
+    refreshPresence();
+    emit settingsChanged();
+}
+
+void DockFlame::update(const MonitorSnapshot& snapshot) {
+    const DockFlameState next = machine_.update(snapshot);
+    if (next != state_) {
+        state_ = next;
+        emit faceChanged();
+    }
+    render();
+}
+
+void DockFlame::render() {
+    if (!dynamic()) {
+        if (displayed_ && setApplicationIcon) setApplicationIcon({});
+        displayed_.reset();
+        return;
+    }
+    if (presence_ != Presence::regular || displayed_ == state_) return;
+    auto held = cache_.find(state_);
+    if (held == cache_.end()) {
+        held = cache_.emplace(state_, mascotImage(expression(state_), iconPixels, MascotStyle::tile)).first;
+    }
+    if (setApplicationIcon) setApplicationIcon(held->second);
+    displayed_ = state_;
+}
+
+void DockFlame::renderAnew() {
+    displayed_.reset();
+    render();
+}
+
+void DockFlame::refreshPresence() {
+    const bool open = hasMainWindow && hasMainWindow();
+    presence_ = !open && !keepInDock() ? Presence::accessory : Presence::regular;
+    emit presenceChanged();
+    render();
+}
+
+FlameExpression DockFlame::trayExpression() const {
+    return dynamic() ? expression(state_) : FlameExpression::smug;
+}
+
+} // namespace varnet

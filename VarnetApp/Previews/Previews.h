@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+#include <filesystem>
+
+namespace varnet::Previews {
+
+/// Writes a PNG of every screen into a folder, dark and light, at 1 and 2 device pixels a logical one, from
+/// prepared data and without a display. @return the program's exit status
+/// @param language code of the texts' language; empty: English
+/// @param only writes the pictures whose names begin with this; empty: all
+int render(const std::filesystem::path& folder, const QString& language, const QString& only = {});
+
+} // namespace varnet::Previews
