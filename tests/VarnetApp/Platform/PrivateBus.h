@@ -102,7 +102,9 @@ public:
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
         calls_.append(message);
         const auto found = answers_.find(message.member());
-        return found != answers_.end() && connection.send(found->second(message));
+        return connection.send(found != answers_.end()
+                                   ? found->second(message)
+                                   : message.createErrorReply(QDBusError::UnknownMethod, message.member()));
     }
 
 private:
