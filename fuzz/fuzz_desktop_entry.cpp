@@ -1,9 +1,11 @@
+#include "VarnetApp/Platform/linux/AutostartEntry.h"
 #include "VarnetApp/Platform/linux/DesktopEntry.h"
 #include "VarnetApp/Platform/linux/ExecLine.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
 /// A .desktop file down to the program that it runs. The first line stands for the locale.
@@ -12,6 +14,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::string_view locale = text.substr(0, text.find('\n'));
     parseExecLine(text);
+    parseAutostartEntry(text);
+    const std::string program = "/" + std::string(locale) + "/varnet";
+    if (!parseAutostartEntry(autostartEntryText(program)).starts(program)) {
+        std::abort(); // what is registered must be recognised, whatever the path
+    }
     const auto entry = parseDesktopEntry(text, localeTags(locale));
     if (!entry) {
         return 0;

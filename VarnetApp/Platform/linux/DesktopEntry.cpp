@@ -1,5 +1,7 @@
 #include "VarnetApp/Platform/linux/DesktopEntry.h"
 
+#include "VarnetApp/Platform/linux/DesktopEntryText.h"
+
 #include <QUtf8StringView>
 
 #include <algorithm>
@@ -9,60 +11,14 @@ namespace varnet::platform {
 
 namespace {
 
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r';
-}
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && isBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
-std::string unescaped(std::string_view value) {
-    std::string result;
-    result.reserve(value.size());
-    for (std::size_t i = 0; i < value.size(); ++i) {
-        if (value[i] != '\\' || i + 1 == value.size()) {
-            result.push_back(value[i]);
-            continue;
-        }
-        switch (const char next = value[++i]) {
-        case 's':
-            result.push_back(' ');
-            break;
-        case 'n':
-            result.push_back('\n');
-            break;
-        case 't':
-            result.push_back('\t');
-            break;
-        case 'r':
-            result.push_back('\r');
-            break;
-        case '\\':
-            result.push_back('\\');
-            break;
-        default: // not ours to resolve: a command line has escapes of its own
-            result.push_back('\\');
-            result.push_back(next);
-        }
-    }
-    return result;
-}
-
 /// Fit for one line on the screen; empty when it cannot be shown.
 std::string displayName(std::string_view value) {
-    std::string name = unescaped(value);
+    std::string name = unescapedDesktopText(value);
     if (!QUtf8StringView(name.data(), static_cast<qsizetype>(name.size())).isValidUtf8()) {
         return {};
     }
     std::replace_if(name.begin(), name.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, ' ');
-    return std::string(trimmed(name));
+    return std::string(trimmedDesktopText(name));
 }
 
 struct Key {
@@ -93,23 +49,23 @@ public:
         } else if (key.name == "Type") {
             isApplication_ = value == "Application";
         } else if (key.name == "Exec") {
-            entry_.exec = unescaped(value);
+            entry_.exec = unescapedDesktopText(value);
         } else if (key.name == "TryExec") {
-            entry_.tryExec = unescaped(value);
+            entry_.tryExec = unescapedDesktopText(value);
         } else if (key.name == "Icon") {
-            entry_.icon = unescaped(value);
+            entry_.icon = unescapedDesktopText(value);
         } else if (key.name == "X-Flatpak") {
-            entry_.flatpak = unescaped(value);
+            entry_.flatpak = unescapedDesktopText(value);
         } else if (key.name == "X-SnapInstanceName") {
-            entry_.snap = unescaped(value);
+            entry_.snap = unescapedDesktopText(value);
         } else if (key.name == "X-SnapAppName") {
-            entry_.snapApp = unescaped(value);
+            entry_.snapApp = unescapedDesktopText(value);
         } else if (key.name == "Hidden") {
-            entry_.hidden = isTrue(value);
+            entry_.hidden = isTrueInDesktopEntry(value);
         } else if (key.name == "NoDisplay") {
-            entry_.noDisplay = isTrue(value);
+            entry_.noDisplay = isTrueInDesktopEntry(value);
         } else if (key.name == "Terminal") {
-            entry_.terminal = isTrue(value);
+            entry_.terminal = isTrueInDesktopEntry(value);
         }
     }
 
@@ -118,8 +74,6 @@ public:
     }
 
 private:
-    static bool isTrue(std::string_view value) { return value == "true" || value == "1"; }
-
     void takeName(std::string_view locale, std::string_view value) {
         const auto rank =
             locale.empty()
@@ -165,30 +119,8 @@ std::vector<std::string> localeTags(std::string_view locale) {
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string_view text,
                                               std::span<const std::string> localeTags) {
-    if (text.starts_with("\xEF\xBB\xBF")) {
-        text.remove_prefix(3);
-    }
     Reader reader(localeTags);
-    bool inside = false;
-    while (!text.empty()) {
-        const std::size_t end = text.find('\n');
-        const std::string_view line = trimmed(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        if (line.empty() || line.front() == '#') {
-            continue;
-        }
-        if (line.front() == '[') {
-            if (inside) {
-                break; // actions and other groups have names and commands of their own
-            }
-            inside = line == "[Desktop Entry]";
-            continue;
-        }
-        const std::size_t equals = line.find('=');
-        if (inside && equals != std::string_view::npos) {
-            reader.take(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
-        }
-    }
+    forEachDesktopKey(text, [&](std::string_view key, std::string_view value) { reader.take(key, value); });
     return std::move(reader).result();
 }
 

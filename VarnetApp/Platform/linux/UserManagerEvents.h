@@ -1,15 +1,14 @@
 #pragma once
 
+#include "VarnetApp/Platform/linux/BusConnection.h"
 #include "VarnetApp/Platform/linux/UnitEvents.h"
 
-#include <QDBusConnection>
 #include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
 
 #include <memory>
-#include <optional>
 
 namespace varnet::platform {
 
@@ -31,14 +30,11 @@ private slots:
     void subscribe();
 
 private:
-    void disconnect();
-
     // Constant after construction.
     const QString address_;
-    const QString connectionName_;
 
     Handlers handlers_;
-    std::optional<QDBusConnection> connection_;
+    std::unique_ptr<BusConnection> bus_;
     std::unique_ptr<QDBusServiceWatcher> watcher_; ///< a manager that starts anew knows no subscribers
 };
 

@@ -1,69 +1,20 @@
 #include "VarnetApp/Platform/linux/UserManagerEvents.h"
 #include "tests/VarnetApp/Platform/FakeMachine.h"
+#include "tests/VarnetApp/Platform/PrivateBus.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QDeadlineTimer>
-#include <QEventLoop>
-#include <QProcess>
-#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <memory>
 
 namespace varnet::platform {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-QCoreApplication& application() {
-    static int count = 1;
-    static char name[] = "test";
-    static char* arguments[] = {name, nullptr};
-    static QCoreApplication instance(count, arguments);
-    return instance;
-}
-
-/// Turns the event loop until something holds. @return whether it did within ten seconds
-bool eventually(const std::function<bool()>& holds) {
-    const QDeadlineTimer deadline(10'000);
-    while (!holds()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        QEventLoop loop;
-        QTimer::singleShot(2, &loop, &QEventLoop::quit);
-        loop.exec();
-    }
-    return true;
-}
-
-/// A message bus of the test's own.
-class PrivateBus {
-public:
-    explicit PrivateBus(const TemporaryFolder& folder) : address_("unix:path=" + folder.path("bus")) {
-        daemon_.start("dbus-daemon", {"--session", "--nofork", "--nopidfile", "--print-address",
-                                      "--address=" + QString::fromStdString(address_)});
-        running_ = daemon_.waitForStarted(10'000) && daemon_.waitForReadyRead(10'000);
-    }
-    ~PrivateBus() { stop(); }
-    void stop() {
-        daemon_.kill();
-        daemon_.waitForFinished(10'000);
-    }
-
-    bool running() const { return running_; }
-    QString address() const { return QString::fromStdString(address_); }
-
-private:
-    const std::string address_;
-    QProcess daemon_;
-    bool running_ = false;
-};
 
 /// The user's service manager, as far as subscribing and signalling goes.
 class FakeManager final : public QDBusVirtualObject {

@@ -1,0 +1,89 @@
+#include "VarnetApp/Platform/linux/BusNameInstance.h"
+#include "tests/VarnetApp/Platform/PrivateBus.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <future>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace varnet::platform {
+namespace {
+
+using Claim = SingleInstance::Claim;
+using testing::ElementsAre;
+
+class SingleInstanceTest : public testing::Test {
+protected:
+    SingleInstanceTest() { application(); }
+    void SetUp() override { ASSERT_TRUE(bus.running()); }
+
+    /// The second start's request, which waits for the first on this thread's event loop.
+    bool requestedOpen(SingleInstance& second) {
+        auto answer = std::async(std::launch::async, [&] { return second.requestOpen(); });
+        EXPECT_TRUE(eventually(
+            [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+        return answer.get();
+    }
+
+    TemporaryFolder folder;
+    PrivateBus bus{folder};
+    std::vector<std::string> tokens;
+    SingleInstance::Handlers recording{
+        .activated = [this](const std::string& token) { tokens.push_back(token); }};
+};
+
+TEST_F(SingleInstanceTest, laterStartsAskTheFirstForItsWindow) {
+    std::optional<BusNameInstance> first(std::in_place, bus.address(), "");
+    EXPECT_EQ(first->claim(), Claim::first);
+    first->listen(recording);
+
+    BusNameInstance second(bus.address(), "token 1");
+    EXPECT_EQ(second.claim(), Claim::second);
+    EXPECT_TRUE(requestedOpen(second));
+    BusNameInstance third(bus.address(), "");
+    EXPECT_EQ(third.claim(), Claim::second);
+    EXPECT_TRUE(requestedOpen(third));
+    ASSERT_TRUE(eventually([&] { return tokens.size() == 2; }));
+    EXPECT_THAT(tokens, ElementsAre("token 1", ""));
+
+    first.reset();
+    EXPECT_FALSE(requestedOpen(third)) << "nobody is started to answer";
+    EXPECT_EQ(third.claim(), Claim::first) << "the name is free again, and nobody had queued for it";
+}
+
+TEST_F(SingleInstanceTest, launchersMayOpenFilesOrActions) {
+    BusNameInstance first(bus.address(), "");
+    ASSERT_EQ(first.claim(), Claim::first);
+    first.listen(recording);
+    BusPeer launcher(bus.address(), "test.launcher", "/launcher");
+    const auto call = [&](const QString& member, const QVariantList& arguments) {
+        QDBusMessage message = QDBusMessage::createMethodCall("com.varnet.Varnet", "/com/varnet/Varnet",
+                                                              "org.freedesktop.Application", member);
+        message.setArguments(arguments);
+        launcher.bus().send(message);
+    };
+    call("Open", {QStringList{"file:///x"}, QVariantMap{{"activation-token", "a"}}});
+    call("ActivateAction", {"settings", QVariantList(), QVariantMap{{"desktop-startup-id", "b"}}});
+    call("Activate", {QVariantMap{{"activation-token", 5}}});
+    call("Activate", {"no map"});
+    call("deleteLater", {});
+    call("Activate", {QVariantMap{{"activation-token", "last"}}});
+    ASSERT_TRUE(eventually([&] { return !tokens.empty() && tokens.back() == "last"; }));
+    EXPECT_THAT(tokens, ElementsAre("a", "b", "5", "last"));
+}
+
+TEST_F(SingleInstanceTest, withoutABusTheProgramSimplyStarts) {
+    BusNameInstance busless{QString(), "token"};
+    EXPECT_EQ(busless.claim(), Claim::noBus);
+    EXPECT_FALSE(busless.requestOpen());
+    BusNameInstance left(bus.address(), "");
+    bus.stop();
+    EXPECT_EQ(left.claim(), Claim::noBus);
+}
+
+} // namespace
+} // namespace varnet::platform
