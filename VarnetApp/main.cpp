@@ -1,3 +1,4 @@
+#include "VarnetApp/Application/ApplicationDelegate.h"
 #include "VarnetApp/Diagnostics/CommandLine.h"
 #include "VarnetApp/Diagnostics/Diagnostics.h"
 #include "VarnetApp/Previews/Previews.h"
@@ -13,6 +14,12 @@
 namespace {
 
 constexpr int badUsage = 2;
+
+/// Whether there is anything to open a window on.
+bool hasDisplay() {
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
 
 } // namespace
 
@@ -45,7 +52,8 @@ int main(int argc, char** argv) {
                                         QString::fromStdString(line.only));
     }
     case CommandLine::Action::start:
-        return varnet::Diagnostics::liveReading();
+        if (!hasDisplay()) return varnet::Diagnostics::liveReading();
+        return varnet::ApplicationDelegate::run(argc, argv, line.showWindow, line.login);
     }
     return badUsage;
 }

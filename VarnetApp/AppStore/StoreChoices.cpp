@@ -12,7 +12,7 @@ namespace varnet {
 
 namespace {
 
-using LoginStatus = platform::LoginItem::Status;
+using LoginStatus = platform::LoginItemStatus;
 
 bool isRegistered(LoginStatus status) noexcept {
     return status == LoginStatus::enabled || status == LoginStatus::requiresApproval;

@@ -1,2 +1,9 @@
 # The process: launch, windows, tray, and the flame in the Dock.
-list(APPEND views_cpp Application/DockFlame.cpp)
+list(
+    APPEND
+    views_cpp
+    Application/ApplicationDelegate.cpp
+    Application/DockFlame.cpp
+    Application/MenuBarLabel.cpp
+    Application/UnixSignals.cpp
+    Application/Windows.cpp)

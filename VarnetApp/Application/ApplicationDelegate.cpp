@@ -1,0 +1,214 @@
+#include "VarnetApp/Application/ApplicationDelegate.h"
+
+#include "VarnetApp/AppStore/MainQueue.h"
+#include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Application/LaunchPresentation.h"
+#include "VarnetApp/Application/MenuBarLabel.h"
+#include "VarnetApp/Application/UnixSignals.h"
+#include "VarnetApp/Application/Windows.h"
+#include "VarnetApp/Components/Mascot/MascotPainter.h"
+#include "VarnetApp/Components/Theme.h"
+#include "VarnetApp/Localization/AppLocalization.h"
+#include "VarnetApp/Platform/Appearance.h"
+#include "VarnetApp/Platform/ApplicationCatalog.h"
+#include "VarnetApp/Platform/FileOpening.h"
+#include "VarnetApp/Platform/LoginItem.h"
+#include "VarnetApp/Platform/Notifications.h"
+#include "VarnetApp/Platform/SingleInstance.h"
+#include "VarnetApp/Platform/SleepWatch.h"
+#include "VarnetApp/Platform/TrayItem.h"
+#include "VarnetCore/Base/SerialQueue.h"
+#include "probes/SystemProbes.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+#include <QPixmap>
+#include <QQuickWindow>
+#include <QSettings>
+#include <QTimer>
+
+#include <array>
+#include <cstdio>
+
+namespace varnet {
+
+namespace {
+
+/// How long a tray may take to appear, or to come back, before the window stands in for it.
+constexpr std::chrono::seconds trayPatience{5};
+
+/// The running program: everything that lives from launch to quit, and how it hangs together.
+class Application {
+public:
+    Application(bool showWindow, bool login) : showWindow_(showWindow), login_(login) {}
+
+    ~Application() { willTerminate(); }
+
+    void launch(platform::SingleInstance& instance) {
+        willFinishLaunching(instance);
+        didFinishLaunching();
+    }
+
+private:
+    void willFinishLaunching(platform::SingleInstance& instance) {
+        store_.openMain = [this] { presentation_.requestOpen(); };
+        store_.openSettings = [this] { windows_.openSettings(); };
+        instance.listen({.activated = [this](const std::string& token) {
+            windows_.setActivationToken(QString::fromStdString(token));
+            presentation_.requestOpen();
+        }});
+        notifications_->listen({.activated = [this](const std::string&, const std::string& token) {
+            windows_.setActivationToken(QString::fromStdString(token));
+            presentation_.requestOpen();
+        }});
+        sleepWatch_->listen({.changed = [this](bool) { store_.resetAfterSleep(); }});
+        appearance_->listen({.changed = [this] { applyAppearance(); }});
+        QObject::connect(&store_, &VarnetStore::appearanceChanged, &windows_, [this] { applyAppearance(); });
+        QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &windows_,
+                         [this](Qt::ApplicationState state) {
+                             // The user may have changed the login item in the desktop's settings.
+                             if (state == Qt::ApplicationActive) store_.refreshLoginStatus();
+                         });
+        flame_.setApplicationIcon = [this](const QImage& image) {
+            windows_.setIcon(image.isNull() ? ownIcon() : QIcon(QPixmap::fromImage(image)));
+        };
+        windows_.setIcon(ownIcon());
+    }
+
+    void didFinishLaunching() {
+        flame_.setPresence(flame_.keepInDock() ? DockFlame::Presence::regular
+                                               : DockFlame::Presence::accessory);
+        label_.show();
+        presentation_.registeredWindowAction([this] { windows_.openMain(); });
+        store_.start();
+        presentation_.finishedLaunching(login_ ? std::optional(LaunchEvent::login()) : std::nullopt,
+                                        store_.hasOnboarded(), showWindow_);
+        trayTimer_.setSingleShot(true);
+        QObject::connect(&trayTimer_, &QTimer::timeout, &windows_, [this] { standInForTray(); });
+        trayTimer_.start(trayPatience);
+    }
+
+    void willTerminate() { defaults_.sync(); }
+
+    /// Without a tray the main window is the program.
+    void standInForTray() {
+        windows_.setStaysReachable(trayItem_->hosted());
+        if (!trayItem_->hosted() && !windows_.mainIsOpen()) presentation_.requestOpen();
+    }
+
+    void trayHosted(bool hosted) {
+        if (hosted) {
+            trayTimer_.stop();
+            windows_.setStaysReachable(true);
+        } else {
+            trayTimer_.start(trayPatience);
+        }
+    }
+
+    void applyAppearance() {
+        const QString choice = store_.appearance();
+        bool dark = choice == QLatin1String("Dark");
+        if (choice == QLatin1String("System")) {
+            const bool darkPalette = qGuiApp->palette().color(QPalette::Window).lightness() < 128;
+            dark = appearance_->prefersDark().value_or(darkPalette);
+        }
+        Theme::shared().setDark(dark);
+        Theme::shared().setReducedMotion(appearance_->reducedMotion().value_or(false));
+    }
+
+    static QIcon ownIcon() {
+        QIcon icon;
+        for (const int size : std::array{16, 32, 48, 128, 256})
+            icon.addPixmap(QPixmap::fromImage(mascotImage(FlameExpression::smug, size, MascotStyle::tile)));
+        return icon;
+    }
+
+    const bool showWindow_;
+    const bool login_;
+
+    QSettings defaults_{QSettings::IniFormat, QSettings::UserScope, "Varnet", "Varnet"};
+    SystemClock clock_;
+    SystemProbes probes_;
+    AppLocalization localization_{&defaults_};
+
+    std::unique_ptr<ApplicationCatalog> catalog_ = makeApplicationCatalog(clock_);
+    std::unique_ptr<platform::Notifications> notifications_ = platform::makeNotifications();
+    std::unique_ptr<platform::LoginItem> loginItem_ = platform::makeLoginItem();
+    std::unique_ptr<platform::Appearance> appearance_ = platform::makeAppearance();
+    std::unique_ptr<platform::SleepWatch> sleepWatch_ = platform::makeSleepWatch();
+    std::unique_ptr<platform::FileOpening> fileOpening_ = platform::makeFileOpening();
+    std::unique_ptr<platform::TrayItem> trayItem_ = platform::makeTrayItem();
+
+    MainQueue mainQueue_;
+    /// Posts to the engine's queue, which ends before the store whose engine it works on.
+    struct EngineQueue final : SerialQueue {
+        std::unique_ptr<ThreadQueue> thread = std::make_unique<ThreadQueue>();
+        void postAfter(double seconds, Task task) override {
+            if (thread) thread->postAfter(seconds, std::move(task));
+        }
+    } engineQueue_;
+
+    VarnetStore store_{
+        {.probes = probes_,
+         .clock = clock_,
+         .engineQueue = engineQueue_,
+         .mainQueue = mainQueue_,
+         .localization = localization_,
+         .catalog = catalog_.get(),
+         .notifications = notifications_.get(),
+         .loginItem = loginItem_.get(),
+         .defaults = &defaults_,
+         .storage = {},
+         .preview = nullptr,
+         .collaborators = {
+             .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
+             .visibleUI = [this] { return windows_.anyVisible(); },
+         }}};
+    DockFlame flame_{store_.settings()};
+    ViewContext context_{store_, localization_, clock_, &flame_};
+    Windows windows_{context_, flame_, &defaults_};
+    LaunchPresentation presentation_;
+    MenuBarLabel label_{
+        *trayItem_,
+        store_,
+        flame_,
+        localization_,
+        {.openPanel = [this](std::optional<QPoint> at) { windows_.togglePanel(at); },
+         .openMain = [this] { store_.navigate("overview"); },
+         .openSettings = [this] { windows_.openSettings(); },
+         .quit = [] { QCoreApplication::quit(); },
+         .activationToken =
+             [this](const std::string& token) { windows_.setActivationToken(QString::fromStdString(token)); },
+         .hostedChanged = [this](bool hosted) { trayHosted(hosted); }}};
+    QTimer trayTimer_;
+
+    /// Ends the engine's thread while everything it works on is still there. Last, so that it goes first.
+    struct EndOfEngine {
+        EngineQueue& queue;
+        ~EndOfEngine() { queue.thread.reset(); }
+    } endOfEngine_{engineQueue_};
+};
+
+} // namespace
+
+int ApplicationDelegate::run(int& argc, char** argv, bool showWindow, bool login) {
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication::setApplicationName("Varnet");
+    QGuiApplication::setApplicationDisplayName("Varnet");
+    QGuiApplication::setDesktopFileName("com.varnet.Varnet");
+    const QGuiApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+
+    const std::unique_ptr<platform::SingleInstance> instance = platform::makeSingleInstance();
+    if (instance->claim() == platform::SingleInstance::Claim::second) {
+        if (instance->requestOpen()) return 0;
+        std::fputs("varnet: it runs already, but does not answer.\n", stderr);
+        return 1;
+    }
+    const UnixSignals endings([] { QCoreApplication::quit(); });
+    Application running(showWindow, login);
+    running.launch(*instance);
+    return QGuiApplication::exec();
+}
+
+} // namespace varnet

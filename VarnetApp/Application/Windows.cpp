@@ -1,0 +1,234 @@
+#include "VarnetApp/Application/Windows.h"
+
+#include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Components/Theme.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QScreen>
+#include <QSettings>
+
+#include <malloc.h>
+
+#include <algorithm>
+#include <array>
+
+namespace varnet {
+
+namespace {
+
+constexpr QSize mainSize{1040, 720};
+constexpr QSize leastMainSize{720, 520};
+constexpr QSize settingsSize{640, 720};
+constexpr int panelWidth = 340;
+constexpr int panelMargin = 8; ///< pixels between the panel and the screen's edge
+constexpr const char* frameKey = "VarnetMainWindow";
+
+bool shows(const QWindow* window) {
+    return window && window->isVisible() && !(window->windowStates() & Qt::WindowMinimized) &&
+           window->isExposed();
+}
+
+} // namespace
+
+Windows::Windows(ViewContext& context, DockFlame& flame, QSettings* defaults, QObject* parent)
+    : QObject(parent), context_(context), flame_(flame), defaults_(defaults) {
+    flame_.hasMainWindow = [this] { return main_ && main_->isVisible(); };
+}
+
+Windows::~Windows() {
+    flame_.hasMainWindow = {};
+    for (QPointer<QQuickView>* view : {&main_, &panel_, &settings_})
+        delete view->data();
+}
+
+bool Windows::anyVisible() const {
+    return shows(main_) || shows(panel_) || shows(settings_);
+}
+
+QQuickView* Windows::makeView(const QString& type, const QString& title) {
+    if (!engine_) {
+        engine_ = std::make_unique<QQmlEngine>();
+        context_.give(*engine_);
+    }
+    auto* const view = new QQuickView(engine_.get(), nullptr);
+    view->setTitle(title);
+    view->setIcon(icon_);
+    view->setColor(Theme::shared().bg());
+    view->setResizeMode(QQuickView::SizeRootObjectToView);
+    view->setSource(QUrl("qrc:/qt/qml/Varnet/" + type + ".qml"));
+    for (const QQmlError& error : view->errors())
+        qWarning("%s", qPrintable(error.toString()));
+    view->installEventFilter(this);
+    connect(&Theme::shared(), &Theme::changed, view, [view] { view->setColor(Theme::shared().bg()); });
+    return view;
+}
+
+void Windows::showView(QQuickView& view) {
+    if (!activationToken_.isEmpty()) {
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken_.toUtf8());
+        activationToken_.clear();
+    }
+    if (view.windowStates() & Qt::WindowMinimized) {
+        view.showNormal();
+    } else {
+        view.show();
+    }
+    view.raise();
+    view.requestActivate();
+}
+
+void Windows::openMain() {
+    closePanel();
+    VarnetStore& store = context_.store;
+    if (!main_) {
+        main_ = makeView("MainWindow", "Varnet?");
+        main_->setMinimumSize(leastMainSize);
+        restoreFrame(*main_);
+    }
+    store.mainVisible = true;
+    store.publishLatest();
+    flame_.setPresence(DockFlame::Presence::regular);
+    showView(*main_);
+    flame_.renderAnew();
+    emit visibilityChanged();
+}
+
+void Windows::openSettings() {
+    closePanel();
+    if (!settings_) {
+        settings_ = makeView("SettingsView", "Settings");
+        settings_->resize(settingsSize);
+        settings_->setMinimumSize({480, 400});
+        settings_->setFlag(Qt::Dialog);
+    }
+    context_.store.settingsVisible = true;
+    context_.store.publishLatest();
+    showView(*settings_);
+    emit visibilityChanged();
+}
+
+void Windows::togglePanel(std::optional<QPoint> near) {
+    if (panel_) {
+        closePanel();
+        return;
+    }
+    context_.store.panelVisible = true;
+    context_.store.publishLatest();
+    panel_ = makeView("MenuPanel", "Varnet");
+    panel_->setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    const auto fit = [this, near] {
+        const QQuickItem* const root = panel_ ? panel_->rootObject() : nullptr;
+        if (!root) return;
+        const QScreen* screen = near ? QGuiApplication::screenAt(*near) : nullptr;
+        if (!screen) screen = QGuiApplication::primaryScreen();
+        const QRect space =
+            screen->availableGeometry().adjusted(panelMargin, panelMargin, -panelMargin, -panelMargin);
+        const QSize size(panelWidth, std::min(static_cast<int>(root->implicitHeight()), space.height()));
+        QPoint corner = space.center() - QPoint(size.width() / 2, size.height() / 2);
+        if (near) {
+            // Away from the edge that the tray is at.
+            const bool below = near->y() < space.center().y();
+            corner = {near->x() - size.width() / 2,
+                      below ? near->y() + panelMargin : near->y() - panelMargin - size.height()};
+        }
+        corner.setX(
+            std::clamp(corner.x(), space.left(), std::max(space.left(), space.right() - size.width())));
+        corner.setY(
+            std::clamp(corner.y(), space.top(), std::max(space.top(), space.bottom() - size.height())));
+        panel_->setGeometry(QRect(corner, size));
+    };
+    fit();
+    if (const QQuickItem* const root = panel_->rootObject())
+        connect(root, &QQuickItem::implicitHeightChanged, panel_.data(), fit);
+    showView(*panel_);
+    emit visibilityChanged();
+}
+
+void Windows::closePanel() {
+    if (!panel_) return;
+    context_.store.panelVisible = false;
+    drop(panel_);
+}
+
+void Windows::drop(QPointer<QQuickView>& view) {
+    if (!view) return;
+    view->removeEventFilter(this);
+    view->hide();
+    view->deleteLater();
+    view.clear();
+    emit visibilityChanged();
+    // After the view itself has gone.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (main_ || panel_ || settings_) return;
+            engine_.reset();
+            malloc_trim(0);
+        },
+        Qt::QueuedConnection);
+}
+
+bool Windows::closeMain() {
+    saveFrame();
+    if (!trayReachable_ || flame_.keepInDock()) {
+        main_->showMinimized();
+        return false;
+    }
+    context_.store.mainVisible = false;
+    drop(main_);
+    flame_.refreshPresence();
+    return true;
+}
+
+void Windows::setStaysReachable(bool reachable) {
+    trayReachable_ = reachable;
+}
+
+void Windows::setIcon(const QIcon& icon) {
+    icon_ = icon;
+    for (const QPointer<QQuickView>& view : {main_, panel_, settings_})
+        if (view) view->setIcon(icon);
+}
+
+bool Windows::eventFilter(QObject* watched, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (watched == main_ && type == QEvent::Close) {
+        event->ignore();
+        closeMain();
+        return true;
+    }
+    if (watched == settings_ && type == QEvent::Close) {
+        event->ignore();
+        context_.store.settingsVisible = false;
+        drop(settings_);
+        return true;
+    }
+    if (watched == panel_ && (type == QEvent::Close || type == QEvent::FocusOut)) {
+        closePanel();
+        return true;
+    }
+    if (type == QEvent::Expose || type == QEvent::WindowStateChange || type == QEvent::Hide)
+        emit visibilityChanged();
+    return QObject::eventFilter(watched, event);
+}
+
+void Windows::restoreFrame(QQuickView& view) const {
+    QRect frame = defaults_ ? defaults_->value(frameKey).toRect() : QRect();
+    // A frame from a screen that has gone is no frame.
+    const bool usable = frame.isValid() && QGuiApplication::screenAt(frame.center());
+    if (!usable) {
+        view.resize(mainSize);
+        return;
+    }
+    frame.setSize(frame.size().expandedTo(leastMainSize));
+    view.setGeometry(frame);
+}
+
+void Windows::saveFrame() const {
+    if (defaults_ && main_ && main_->visibility() == QWindow::Windowed)
+        defaults_->setValue(frameKey, main_->geometry());
+}
+
+} // namespace varnet

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "VarnetApp/Application/DockFlame.h"
+#include "VarnetApp/Components/ViewContext.h"
+
+#include <QIcon>
+#include <QObject>
+#include <QPoint>
+#include <QPointer>
+#include <QQmlEngine>
+#include <QQuickView>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+class QSettings;
+
+namespace varnet {
+
+/// The program's windows: the main one, the panel by the tray and the settings. The QML engine exists while
+/// one of them does, and what was open leaves nothing behind but its frame. Main thread only.
+class Windows : public QObject {
+    Q_OBJECT
+
+public:
+    /// @param context outlives this
+    /// @param defaults where the main window's frame is kept, outlives this; null: nowhere
+    Windows(ViewContext& context, DockFlame& flame, QSettings* defaults, QObject* parent = nullptr);
+    ~Windows() override;
+
+    /// Opens the main window, or raises the one that is open.
+    void openMain();
+    void openSettings();
+    /// Opens the panel near a point of the screen, or closes the one that is open.
+    /// @param near pixels of the screen; empty: not known, the panel goes to the middle
+    void togglePanel(std::optional<QPoint> near);
+    void closePanel();
+
+    /// Whether some window can show live data right now.
+    bool anyVisible() const;
+    /// Whether the main window is open, seen or not.
+    bool mainIsOpen() const { return main_ != nullptr; }
+
+    /// Lets the next window to open take the focus where the desktop asks for a token.
+    void setActivationToken(const QString& token) { activationToken_ = token; }
+    /// Closing the main window minimises it: there is nothing else that the program could be reached by.
+    void setStaysReachable(bool reachable);
+    void setIcon(const QIcon& icon);
+
+signals:
+    void visibilityChanged();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QQuickView* makeView(const QString& type, const QString& title);
+    void showView(QQuickView& view);
+    bool closeMain();
+    void drop(QPointer<QQuickView>& view);
+    void restoreFrame(QQuickView& view) const;
+    void saveFrame() const;
+
+    // Constant after construction.
+    ViewContext& context_;
+    DockFlame& flame_;
+    QSettings* const defaults_;
+
+    std::unique_ptr<QQmlEngine> engine_; ///< null while no window exists
+    QPointer<QQuickView> main_;
+    QPointer<QQuickView> panel_;
+    QPointer<QQuickView> settings_;
+    QIcon icon_;
+    QString activationToken_;
+    bool trayReachable_ = false;
+};
+
+} // namespace varnet
