@@ -34,21 +34,21 @@ class Notifications;
 /// What other subsystems do at their places in the loop. An empty function: nobody is there.
 struct StoreCollaborators {
     /// Badges and records; sees every snapshot.
-    std::function<void(const MonitorSnapshot&)> observeCollection;
+    std::function<void(const MonitorSnapshot&)> observeCollection = {};
     /// Cloud backup; sees every live snapshot, after the collection.
-    std::function<void(const MonitorSnapshot&)> observeCloud;
+    std::function<void(const MonitorSnapshot&)> observeCloud = {};
     /// The flame in the Dock and in the tray.
-    std::function<void(const MonitorSnapshot&)> updateFlame;
+    std::function<void(const MonitorSnapshot&)> updateFlame = {};
     /// The machine's thermal state, 0 (nominal) to 3 (critical).
-    std::function<int()> thermalState;
+    std::function<int()> thermalState = {};
     /// Whether somebody can see live data: some window is visible, not minimised and exposed.
-    std::function<bool()> visibleUI;
+    std::function<bool()> visibleUI = {};
     /// Kind of a group that the user looks into.
-    std::function<void(GroupKind)> inspected;
+    std::function<void(GroupKind)> inspected = {};
     /// Number of badges earned.
-    std::function<std::size_t()> unlockedBadges;
+    std::function<std::size_t()> unlockedBadges = {};
     /// Why the battery history is not kept; empty: it is.
-    std::function<std::optional<std::string>()> batteryWarning;
+    std::function<std::optional<std::string>()> batteryWarning = {};
 };
 
 /// The one observable object that everything on screen reads. Owns the engine and the sampling loop, decides

@@ -140,14 +140,6 @@ private:
     std::unique_ptr<platform::TrayItem> trayItem_ = platform::makeTrayItem();
 
     MainQueue mainQueue_;
-    /// Posts to the engine's queue, which ends before the store whose engine it works on.
-    struct EngineQueue final : SerialQueue {
-        std::unique_ptr<ThreadQueue> thread = std::make_unique<ThreadQueue>();
-        void postAfter(double seconds, Task task) override {
-            if (thread) thread->postAfter(seconds, std::move(task));
-        }
-    } engineQueue_;
-
     VarnetStore store_{
         {.probes = probes_,
          .clock = clock_,
@@ -176,17 +168,14 @@ private:
         {.openPanel = [this](std::optional<QPoint> at) { windows_.togglePanel(at); },
          .openMain = [this] { store_.navigate("overview"); },
          .openSettings = [this] { windows_.openSettings(); },
-         .quit = [] { QCoreApplication::quit(); },
+         .quit = [] { QCoreApplication::exit(); },
          .activationToken =
              [this](const std::string& token) { windows_.setActivationToken(QString::fromStdString(token)); },
          .hostedChanged = [this](bool hosted) { trayHosted(hosted); }}};
     QTimer trayTimer_;
 
-    /// Ends the engine's thread while everything it works on is still there. Last, so that it goes first.
-    struct EndOfEngine {
-        EngineQueue& queue;
-        ~EndOfEngine() { queue.thread.reset(); }
-    } endOfEngine_{engineQueue_};
+    /// Last, so that the engine's thread ends while everything it works on is still there.
+    ThreadQueue engineQueue_;
 };
 
 } // namespace
@@ -205,7 +194,8 @@ int ApplicationDelegate::run(int& argc, char** argv, bool showWindow, bool login
         std::fputs("varnet: it runs already, but does not answer.\n", stderr);
         return 1;
     }
-    const UnixSignals endings([] { QCoreApplication::quit(); });
+    // Not quit(): that asks the windows first, and the main one would rather be minimised.
+    const UnixSignals endings([] { QCoreApplication::exit(); });
     Application running(showWindow, login);
     running.launch(*instance);
     return QGuiApplication::exec();
