@@ -2,10 +2,16 @@
 list(
     APPEND
     views_cpp
+    Components/Charts/BarItem.cpp
+    Components/Charts/LineChartItem.cpp
+    Components/Charts/RingItem.cpp
+    Components/Charts/StackedBarItem.cpp
     Components/IconItem.cpp
     Components/IconPaths.cpp
     Components/KeyedListModel.cpp
     Components/MarkItem.cpp
+    Components/Mascot/GlowItem.cpp
+    Components/Mascot/MascotItem.cpp
     Components/Palette.cpp
     Components/RoundBoxItem.cpp
     Components/Singletons.cpp
@@ -18,6 +24,7 @@ list(
     Components/Button.qml
     Components/CaptionText.qml
     Components/Card.qml
+    Components/Charts/LineChart.qml
     Components/DisplayText.qml
     Components/FocusRing.qml
     Components/HoverTip.qml

@@ -2,17 +2,12 @@
 
 #include "VarnetApp/Components/PathData.h"
 
-#include <algorithm>
 #include <array>
 #include <mutex>
 
 namespace varnet {
 
 namespace {
-
-constexpr std::array<std::string_view, flameExpressionCount> names = {
-    "smug",     "focused", "sleepy",   "suspicious", "sweating", "melting",
-    "frazzled", "panic",   "confused", "delighted",  "wink",     "love"};
 
 // The curls that hang over the melting flame blur once they are a pixel wide.
 constexpr std::string_view meltingLittleBody =
@@ -53,16 +48,6 @@ MascotLevel mascotLevel(int devicePixels) {
     if (devicePixels >= 28) return MascotLevel::compact;
     if (devicePixels >= 20) return MascotLevel::small;
     return MascotLevel::tiny;
-}
-
-FlameExpression expressionNamed(std::string_view name) {
-    const auto found = std::ranges::find(names, name);
-    if (found == names.end()) return FlameExpression::confused;
-    return static_cast<FlameExpression>(found - names.begin());
-}
-
-std::string_view expressionName(FlameExpression expression) {
-    return names[static_cast<std::size_t>(expression) % names.size()];
 }
 
 } // namespace varnet

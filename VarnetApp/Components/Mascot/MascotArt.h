@@ -29,8 +29,4 @@ const MascotArt& mascotArt(FlameExpression expression);
 /// @param devicePixels the side of the mascot's box
 MascotLevel mascotLevel(int devicePixels);
 
-/// The names of the moods as the views write them. A name that is none of them is confused.
-FlameExpression expressionNamed(std::string_view name);
-std::string_view expressionName(FlameExpression expression);
-
 } // namespace varnet
