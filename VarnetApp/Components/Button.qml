@@ -15,6 +15,7 @@ T.AbstractButton {
     // Why it cannot be pressed, told while it is disabled.
     property string disabledReason: ""
     property string help: ""
+    property color linkTone: Theme.link
     // Forces a state for pictures: "hover", "pressed" or "focus".
     property string preview: ""
 
@@ -28,9 +29,14 @@ T.AbstractButton {
     readonly property color ink: !enabled ? Theme.faint
                                : isPrimary ? Theme.accentInk
                                : kind === Button.Danger ? Theme.bad
-                               : isLink ? Theme.link : Theme.text
+                               : isLink ? linkTone : Theme.text
 
-    implicitWidth: Math.ceil(content.implicitWidth) + leftPadding + rightPadding
+    // What stands beside the words.
+    readonly property int taken: (iconName.length > 0 ? 16 : 0) + (trailingIcon.length > 0 ? 16 : 0)
+                               + (text.length === 0 ? 0
+                                  : (iconName.length > 0 ? 6 : 0) + (trailingIcon.length > 0 ? 6 : 0))
+
+    implicitWidth: Math.ceil(words.implicitWidth) + taken + leftPadding + rightPadding
     implicitHeight: isLink ? 28 : size === Button.Small ? 28 : size === Button.Large ? 40 : 32
     leftPadding: isLink ? 4 : 12
     rightPadding: leftPadding
@@ -38,11 +44,7 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
 
     contentItem: Item {
-        id: content
-        implicitWidth: line.implicitWidth
-
         Row {
-            id: line
             anchors.centerIn: parent
             spacing: 6
 
@@ -54,16 +56,14 @@ T.AbstractButton {
             }
             Label {
                 id: words
-                readonly property int taken: (control.iconName.length > 0 ? 22 : 0)
-                                           + (control.trailingIcon.length > 0 ? 22 : 0)
                 anchors.verticalCenter: parent.verticalCenter
                 // In a tight place the words take the padding before they are cut.
-                width: Math.min(Math.ceil(implicitWidth), Math.max(0, control.width - 8 - taken))
+                width: Math.min(Math.ceil(implicitWidth), Math.max(0, control.width - 8 - control.taken))
                 visible: control.text.length > 0
                 text: control.text
                 font: control.isLink ? Theme.caption : Theme.strong
                 line: control.isLink ? Theme.captionLine : Theme.bodyLine
-                nudge: control.isLink ? 0 : 1
+                nudge: control.isLink ? Theme.captionNudge : Theme.bodyNudge
                 color: control.ink
             }
             Icon {
@@ -109,11 +109,11 @@ T.AbstractButton {
         atOnce: control.visualFocus
     }
 
-    Keys.onReturnPressed: control.click()
-    Keys.onEnterPressed: control.click()
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
 
     Accessible.role: Accessible.Button
     Accessible.name: control.text
     Accessible.description: enabled ? help : disabledReason
-    Accessible.onPressAction: control.click()
+    Accessible.onPressAction: if (control.enabled) control.clicked()
 }

@@ -3,7 +3,7 @@ import Varnet
 
 Label {
     line: Theme.captionLine
-    nudge: 0
+    nudge: Theme.captionNudge
     font: Theme.caption
     color: Theme.muted
 }

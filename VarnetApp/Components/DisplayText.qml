@@ -3,6 +3,6 @@ import Varnet
 
 Label {
     line: Theme.displayLine
-    nudge: 0
+    nudge: Theme.displayNudge
     font: Theme.display
 }

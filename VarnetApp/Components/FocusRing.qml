@@ -2,7 +2,7 @@ import QtQuick
 import Varnet
 
 // The ring around its parent, shown for keyboard focus only; rows and squares draw it inside themselves.
-Rectangle {
+RoundBox {
     id: ring
 
     required property bool shown
@@ -13,7 +13,6 @@ Rectangle {
     anchors.margins: inside ? 0 : -4
     radius: inside ? cornerRadius : cornerRadius + 4
     visible: shown
-    color: "transparent"
-    border.color: Theme.accent
-    border.width: 2
+    lineColor: Theme.accent
+    lineWidth: 2
 }

@@ -60,11 +60,11 @@ T.AbstractButton {
         atOnce: control.visualFocus
     }
 
-    Keys.onReturnPressed: control.click()
-    Keys.onEnterPressed: control.click()
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
 
     Accessible.role: Accessible.Button
     Accessible.name: control.label
     Accessible.description: enabled ? help : disabledReason
-    Accessible.onPressAction: control.click()
+    Accessible.onPressAction: if (control.enabled) control.clicked()
 }

@@ -5,7 +5,7 @@ import Varnet
 Text {
     property int line: Theme.bodyLine
     // What centres the letters in their line.
-    property int nudge: 1
+    property double nudge: Theme.bodyNudge
 
     font: Theme.body
     color: Theme.text

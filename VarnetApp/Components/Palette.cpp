@@ -121,6 +121,10 @@ QColor tintTextOf(const Palette& palette, const QColor& tone) {
     return palette.dark ? tone : mixed(tone, palette.text, 0.25);
 }
 
+QColor tileInkOf(const Palette& palette, const QColor& tone) {
+    return mixed(tone, palette.text, 0.25);
+}
+
 QColor tileOf(const Palette& palette, const QColor& tone) {
     return mixed(palette.surface, tone, palette.dark ? 0.20 : 0.13);
 }

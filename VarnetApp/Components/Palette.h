@@ -36,8 +36,10 @@ QColor over(const QColor& base, const QColor& overlay);
 QColor tintOf(const Palette& palette, const QColor& tone);
 /// The fainter wash of a ticked row.
 QColor rowTintOf(const Palette& palette);
-/// Words on a tint or a tile of that tone.
+/// Words on a tint of that tone.
 QColor tintTextOf(const Palette& palette, const QColor& tone);
+/// The letter or icon on a tile of that tone.
+QColor tileInkOf(const Palette& palette, const QColor& tone);
 QColor tileOf(const Palette& palette, const QColor& tone);
 QColor tileLineOf(const Palette& palette, const QColor& tone);
 

@@ -51,5 +51,5 @@ T.AbstractButton {
     Accessible.name: control.text
     Accessible.selectable: true
     Accessible.selected: control.checked
-    Accessible.onPressAction: control.click()
+    Accessible.onPressAction: if (control.enabled) control.clicked()
 }

@@ -2,10 +2,12 @@
 
 #include <QCoreApplication>
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QJSEngine>
 #include <QPointer>
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 
 namespace varnet {
@@ -25,6 +27,14 @@ QFont fontOf(const QString& family, int pixels, QFont::Weight weight, double spa
     font.setHintingPreference(QFont::PreferNoHinting);
     if (spacing != 0) font.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
     return font;
+}
+
+// Capitals stand in the middle of the line, and the baseline a hair below a whole pixel: it then lands on
+// that pixel at every scale, wherever the glyphs' own rounding would have put it.
+double nudgeOf(const QFont& font, int line) {
+    const QFontMetricsF metrics(font);
+    const double baseline = std::floor((line + metrics.capHeight()) / 2);
+    return baseline + 0.05 - metrics.ascent();
 }
 
 // FNV-1a: the same tone in every run, unlike a seeded hash.
@@ -61,6 +71,11 @@ Theme::Theme(QObject* parent) : QObject(parent) {
     bodyMedium_ = fontOf(family, 13, QFont::Medium);
     strong_ = fontOf(family, 13, QFont::DemiBold);
     caption_ = fontOf(family, 11, QFont::Medium);
+    captionStrong_ = fontOf(family, 11, QFont::DemiBold);
+    displayNudge_ = nudgeOf(display_, displayLine());
+    titleNudge_ = nudgeOf(title_, titleLine());
+    bodyNudge_ = nudgeOf(body_, bodyLine());
+    captionNudge_ = nudgeOf(caption_, captionLine());
 }
 
 void Theme::setDark(bool dark) {

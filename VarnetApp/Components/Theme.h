@@ -56,10 +56,17 @@ class Theme : public QObject {
     Q_PROPERTY(QFont bodyMedium READ bodyMedium CONSTANT)
     Q_PROPERTY(QFont strong READ strong CONSTANT)
     Q_PROPERTY(QFont caption READ caption CONSTANT)
+    Q_PROPERTY(QFont captionStrong READ captionStrong CONSTANT)
     Q_PROPERTY(int displayLine READ displayLine CONSTANT)
     Q_PROPERTY(int titleLine READ titleLine CONSTANT)
     Q_PROPERTY(int bodyLine READ bodyLine CONSTANT)
     Q_PROPERTY(int captionLine READ captionLine CONSTANT)
+
+    // How far the letters of each size are pushed down to sit centred in their line, on a whole pixel.
+    Q_PROPERTY(double displayNudge READ displayNudge CONSTANT)
+    Q_PROPERTY(double titleNudge READ titleNudge CONSTANT)
+    Q_PROPERTY(double bodyNudge READ bodyNudge CONSTANT)
+    Q_PROPERTY(double captionNudge READ captionNudge CONSTANT)
 
     // Spacing and corners.
     Q_PROPERTY(int gap READ gap CONSTANT)
@@ -128,6 +135,7 @@ public:
     const QFont& bodyMedium() const { return bodyMedium_; }
     const QFont& strong() const { return strong_; }
     const QFont& caption() const { return caption_; }
+    const QFont& captionStrong() const { return captionStrong_; }
 
     static constexpr int gap() { return 16; }
     static constexpr int padding() { return 16; }
@@ -141,6 +149,10 @@ public:
     static constexpr int titleLine() { return 24; }
     static constexpr int bodyLine() { return 19; }
     static constexpr int captionLine() { return 15; }
+    double displayNudge() const { return displayNudge_; }
+    double titleNudge() const { return titleNudge_; }
+    double bodyNudge() const { return bodyNudge_; }
+    double captionNudge() const { return captionNudge_; }
 
     int hoverDuration() const { return moving(80); }
     int slideDuration() const { return moving(140); }
@@ -151,7 +163,8 @@ public:
     /// A wash of a tone, and the words on it.
     Q_INVOKABLE QColor tint(const QColor& tone) const { return tintOf(palette(), tone); }
     Q_INVOKABLE QColor tintText(const QColor& tone) const { return tintTextOf(palette(), tone); }
-    /// The fill and the outline of a tile or a treemap's square.
+    /// What stands on a tile or a treemap's square, its fill and its outline.
+    Q_INVOKABLE QColor tileInk(const QColor& tone) const { return tileInkOf(palette(), tone); }
     Q_INVOKABLE QColor tile(const QColor& tone) const { return tileOf(palette(), tone); }
     Q_INVOKABLE QColor tileLine(const QColor& tone) const { return tileLineOf(palette(), tone); }
     /// The fainter wash of a ticked row.
@@ -184,6 +197,11 @@ private:
     QFont bodyMedium_;
     QFont strong_;
     QFont caption_;
+    QFont captionStrong_;
+    double displayNudge_ = 0;
+    double titleNudge_ = 0;
+    double bodyNudge_ = 0;
+    double captionNudge_ = 0;
     bool dark_ = true;
     bool reducedMotion_ = false;
 };

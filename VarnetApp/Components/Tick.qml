@@ -61,8 +61,8 @@ T.AbstractButton {
         wanted: pointer.hovered
     }
 
-    Keys.onReturnPressed: control.click()
-    Keys.onEnterPressed: control.click()
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
 
     Accessible.role: Accessible.CheckBox
     Accessible.name: control.label
@@ -70,6 +70,6 @@ T.AbstractButton {
     Accessible.checkable: true
     Accessible.checked: control.ticked
     Accessible.checkStateMixed: control.partial && !control.ticked
-    Accessible.onPressAction: control.click()
-    Accessible.onToggleAction: control.click()
+    Accessible.onPressAction: if (control.enabled) control.clicked()
+    Accessible.onToggleAction: if (control.enabled) control.clicked()
 }

@@ -3,5 +3,6 @@ import Varnet
 
 Label {
     line: Theme.titleLine
+    nudge: Theme.titleNudge
     font: Theme.title
 }

@@ -2,32 +2,38 @@ import QtQuick
 import QtQuick.Templates as T
 import Varnet
 
-T.Switch {
+// On or off, for a setting that takes effect at once.
+T.AbstractButton {
     id: control
 
     // Names the toggle for a screen reader; the words beside it belong to its row.
     required property string label
+    property bool turnedOn: false
     property string disabledReason: ""
     property string preview: ""
 
     readonly property double strength: enabled ? 1 : 0.4
+
+    // The user wants it so; the owner sets `turnedOn`.
+    signal wanted(bool on)
 
     implicitWidth: 40
     implicitHeight: 24
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     text: label
+    onClicked: control.wanted(!control.turnedOn)
 
-    indicator: Item {
+    contentItem: Item {
         implicitWidth: 40
         implicitHeight: 24
 
         RoundBox {
             anchors.fill: parent
             radius: 12
-            color: Theme.fade(control.checked ? Theme.accent : Theme.track, control.strength)
+            color: Theme.fade(control.turnedOn ? Theme.accent : Theme.track, control.strength)
             lineColor: Theme.fade(control.hovered ? Theme.muted : Theme.faint, control.strength)
-            lineWidth: control.checked ? 0 : 1.5
+            lineWidth: control.turnedOn ? 0 : 1.5
 
             Behavior on color {
                 ColorAnimation { duration: Theme.slideDuration }
@@ -35,13 +41,13 @@ T.Switch {
         }
         RoundBox {
             id: knob
-            readonly property int side: control.checked ? 18 : 14
-            x: control.checked ? 19 : 5
+            readonly property int side: control.turnedOn ? 18 : 14
+            x: control.turnedOn ? 19 : 5
             anchors.verticalCenter: parent.verticalCenter
             width: side
             height: side
             radius: side / 2
-            color: Theme.fade(control.checked ? Theme.accentInk : Theme.faint, control.strength)
+            color: Theme.fade(control.turnedOn ? Theme.accentInk : Theme.faint, control.strength)
 
             Behavior on x {
                 NumberAnimation { duration: Theme.slideDuration; easing.type: Easing.OutCubic }
@@ -62,13 +68,14 @@ T.Switch {
         wanted: pointer.hovered
     }
 
-    Keys.onReturnPressed: { control.toggle(); control.toggled() }
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
 
     Accessible.role: Accessible.CheckBox
     Accessible.name: control.label
     Accessible.description: enabled ? "" : disabledReason
     Accessible.checkable: true
-    Accessible.checked: control.checked
-    Accessible.onPressAction: { control.toggle(); control.toggled() }
-    Accessible.onToggleAction: { control.toggle(); control.toggled() }
+    Accessible.checked: control.turnedOn
+    Accessible.onPressAction: if (control.enabled) control.clicked()
+    Accessible.onToggleAction: if (control.enabled) control.clicked()
 }

@@ -6,6 +6,7 @@ list(
     Components/Charts/LineChartItem.cpp
     Components/Charts/RingItem.cpp
     Components/Charts/StackedBarItem.cpp
+    Components/FigureItem.cpp
     Components/IconItem.cpp
     Components/IconPaths.cpp
     Components/KeyedListModel.cpp
@@ -15,6 +16,7 @@ list(
     Components/Palette.cpp
     Components/RoundBoxItem.cpp
     Components/Singletons.cpp
+    Components/SpinnerItem.cpp
     Components/Theme.cpp
     Components/ViewContext.cpp)
 list(APPEND views_singletons Components/Words.qml)
@@ -25,16 +27,48 @@ list(
     Components/CaptionText.qml
     Components/Card.qml
     Components/Charts/LineChart.qml
+    Components/ColumnHead.qml
     Components/DisplayText.qml
+    Components/EmptyState.qml
+    Components/FindingRowView.qml
     Components/FocusRing.qml
+    Components/Gallery.qml
+    Components/GalleryBlock.qml
+    Components/GalleryButtons.qml
+    Components/GalleryControls.qml
+    Components/GalleryFields.qml
+    Components/GalleryFigures.qml
+    Components/GalleryFindings.qml
+    Components/GalleryIcons.qml
+    Components/GalleryPills.qml
+    Components/GalleryRows.qml
+    Components/GallerySidebar.qml
+    Components/GroupRowView.qml
     Components/HoverTip.qml
     Components/IconButton.qml
     Components/Label.qml
+    Components/Menu.qml
+    Components/MenuButton.qml
+    Components/MenuRow.qml
+    Components/MetricCard.qml
+    Components/Pill.qml
+    Components/RowFrame.qml
+    Components/ScrollThumb.qml
+    Components/SearchField.qml
+    Components/SectionHeading.qml
     Components/Segment.qml
     Components/Segmented.qml
     Components/Separator.qml
+    Components/SettingRow.qml
+    Components/Sheet.qml
+    Components/SidebarRow.qml
+    Components/Spinner.qml
     Components/StrongText.qml
     Components/Tick.qml
+    Components/Tile.qml
     Components/TitleText.qml
+    Components/Toast.qml
     Components/Toggle.qml
-    Components/ToolTip.qml)
+    Components/ToggleRow.qml
+    Components/ToolTip.qml
+    Components/ValueBar.qml)

@@ -30,6 +30,7 @@ std::vector<Picture> screens() {
         {"projects", "MainWindow", window, busy, onPage(Page::projects)},
         {"servers", "MainWindow", window, busy, onPage(Page::servers)},
         {.name = "onboarding", .view = "MainWindow", .size = window, .data = gathering, .onboarded = false},
+        {"components", "Gallery", {1040, 1164}, busy},
         {"panel", "MenuPanel", {340, 0}, busy},
         {"settings", "SettingsView", {640, 0}, busy},
     };

@@ -1,0 +1,61 @@
+import QtQuick
+import Varnet
+
+// What stands where there is nothing to show: on a page, or smaller in a card.
+Column {
+    id: state
+
+    required property string iconName
+    required property string title
+    required property string note
+    property bool inCard: false
+
+    readonly property int circle: inCard ? 40 : 72
+
+    width: 480
+    spacing: 0
+
+    Rectangle {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: state.circle
+        height: state.circle
+        radius: state.circle / 2
+        color: state.inCard ? Theme.track : Theme.surface
+        border.color: Theme.hairline
+        border.width: state.inCard ? 0 : 1
+
+        Icon {
+            anchors.centerIn: parent
+            size: state.inCard ? 20 : 28
+            name: state.iconName
+            color: Theme.muted
+        }
+    }
+    Item {
+        width: 1
+        height: state.inCard ? 8 : 20
+    }
+    Label {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        text: state.title
+        font: state.inCard ? Theme.strong : Theme.title
+        line: state.inCard ? Theme.bodyLine : Theme.titleLine
+        nudge: state.inCard ? Theme.bodyNudge : Theme.titleNudge
+        wrapMode: Text.Wrap
+    }
+    Item {
+        width: 1
+        height: state.inCard ? 2 : 8
+    }
+    Label {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        text: state.note
+        color: Theme.muted
+        wrapMode: Text.Wrap
+    }
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: state.title + " " + state.note
+}

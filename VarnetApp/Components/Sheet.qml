@@ -1,0 +1,96 @@
+import QtQuick
+import QtQuick.Templates as T
+import Varnet
+
+// A question that must be answered before anything else: words, then buttons in a foot. Escape closes it, the
+// keyboard stays inside.
+T.Popup {
+    id: sheet
+
+    required property string title
+    default property alias body: column.data
+    property alias foot: footArea.data
+    // What holds the focus when the sheet opens.
+    property Item initialFocus: null
+    property int sheetWidth: 480
+
+    readonly property int roomAround: 24
+    readonly property int bottomGap: footArea.visible ? 16 : 24
+    readonly property int tallest: parent ? parent.height - 2 * roomAround : 720
+
+    parent: T.Overlay.overlay
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.round((parent.height - height) / 2) + shift : 0
+    width: parent ? Math.min(sheetWidth, parent.width - 2 * roomAround) : sheetWidth
+    height: Math.min(tallest, 24 + 24 + 12 + column.implicitHeight + bottomGap + (footArea.visible ? 65 : 0))
+    modal: true
+    focus: true
+    closePolicy: T.Popup.CloseOnEscape
+    onOpened: if (initialFocus) initialFocus.forceActiveFocus(Qt.TabFocusReason)
+
+    property int shift: 0
+
+    contentItem: Item {
+        Accessible.role: Accessible.Dialog
+        Accessible.name: sheet.title
+
+        TitleText {
+            x: 24
+            y: 24
+            width: parent.width - 48
+            text: sheet.title
+        }
+        Flickable {
+            id: scroller
+            x: 24
+            y: 60
+            width: parent.width - 48
+            height: parent.height - y - (footArea.visible ? 65 : 0)
+            contentHeight: column.implicitHeight + sheet.bottomGap
+            interactive: contentHeight > height
+            clip: interactive
+            boundsBehavior: Flickable.StopAtBounds
+            T.ScrollBar.vertical: ScrollThumb {}
+
+            Column {
+                id: column
+                width: scroller.width
+                spacing: 12
+            }
+        }
+        Separator {
+            visible: footArea.visible
+            y: parent.height - 65
+            width: parent.width
+            color: Theme.hairline
+        }
+        Item {
+            id: footArea
+            visible: children.length > 0
+            x: 24
+            y: parent.height - 64
+            width: parent.width - 48
+            height: 64
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radiusCard
+        color: Theme.raised
+        border.color: Theme.controlLine
+        border.width: 1
+    }
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+
+        Behavior on opacity {
+            NumberAnimation { duration: Theme.scrimDuration }
+        }
+    }
+    enter: Transition {
+        NumberAnimation { property: "shift"; from: 8; to: 0; duration: Theme.sheetDuration; easing.type: Easing.OutCubic }
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.sheetDuration }
+    }
+    exit: Transition {
+        NumberAnimation { property: "opacity"; to: 0; duration: Theme.scrimDuration }
+    }
+}
