@@ -39,7 +39,7 @@ VarnetStore::VarnetStore(Setup setup)
       isPreview_(setup.preview != nullptr), engine_(std::make_unique<MonitorEngine>(MonitorEngine::Setup{
                                                 setup.probes, setup.clock, storageRoot(setup), {}})),
       settings_(isPreview_ ? nullptr : setup.defaults), snapshot_(emptySnapshot()),
-      latestSnapshot_(emptySnapshot()) {
+      latestSnapshot_(emptySnapshot()), stopping_(*this, setup.probes.userID(), setup.quitting) {
     filter_.locale = localization_.locale();
     connect(&localization_, &AppLocalization::languageChanged, this, [this] {
         filter_.locale = localization_.locale();
