@@ -10,6 +10,8 @@ T.Menu {
     margins: 8
     padding: 4
     modal: false
+    // A press on the button that opened it is the button's: it closes the menu instead of opening it anew.
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
     delegate: MenuRow {}
 
     contentItem: ListView {
