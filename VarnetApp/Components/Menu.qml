@@ -5,8 +5,9 @@ import Varnet
 T.Menu {
     id: menu
 
-    implicitWidth: Math.max(160, contentItem.contentItem.childrenRect.width + 8)
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    // As wide as its widest row.
+    implicitWidth: 8 + Math.max(152, ...Array.from({ length: count }, (_, i) => itemAt(i).implicitWidth))
+    implicitHeight: list.implicitHeight + topPadding + bottomPadding
     margins: 8
     padding: 4
     modal: false
@@ -15,6 +16,7 @@ T.Menu {
     delegate: MenuRow {}
 
     contentItem: ListView {
+        id: list
         implicitHeight: contentHeight
         model: menu.contentModel
         interactive: contentHeight > height

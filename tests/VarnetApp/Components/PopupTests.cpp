@@ -20,6 +20,8 @@ constexpr auto sheet = R"(
     }
 )";
 
+const auto codex = QStringLiteral("Codex in a rather long worktree name");
+
 constexpr auto menu = R"(
     MenuButton {
         objectName: "agents"; label: "Agent"; text: "All agents"
@@ -28,7 +30,7 @@ constexpr auto menu = R"(
             objectName: "menu"
             MenuRow { objectName: "all"; text: "All agents"; onTriggered: agents.chosen = text }
             MenuRow { objectName: "none"; text: "Nobody"; enabled: false; onTriggered: agents.chosen = text }
-            MenuRow { objectName: "codex"; text: "Codex"; onTriggered: agents.chosen = text }
+            MenuRow { objectName: "codex"; text: "Codex in a rather long worktree name"; onTriggered: agents.chosen = text }
         }
         id: agents
     }
@@ -86,17 +88,18 @@ TEST_F(PopupTests, aMenuIsUsedWithoutAPointer) {
     key(Qt::Key_Down);
     key(Qt::Key_Return);
     ASSERT_TRUE(QTest::qWaitFor(isClosed));
-    EXPECT_EQ(item("agents")->property("chosen").toString(), QStringLiteral("Codex"))
-        << "disabled rows are passed";
+    EXPECT_EQ(item("agents")->property("chosen").toString(), codex) << "disabled rows are passed";
 }
 
 TEST_F(PopupTests, aMenuIsUsedWithThePointer) {
     show(menu);
     click("agents");
     ASSERT_TRUE(QTest::qWaitFor([this] { return object("menu")->property("opened").toBool(); }));
+    EXPECT_GE(item("codex")->width(), item("codex")->implicitWidth())
+        << "a menu is as wide as its widest row";
     click("codex");
     ASSERT_TRUE(QTest::qWaitFor([this] { return !object("menu")->property("visible").toBool(); }));
-    EXPECT_EQ(item("agents")->property("chosen").toString(), QStringLiteral("Codex"));
+    EXPECT_EQ(item("agents")->property("chosen").toString(), codex);
     click("agents");
     ASSERT_TRUE(QTest::qWaitFor([this] { return object("menu")->property("opened").toBool(); }));
     click("agents");
