@@ -15,6 +15,8 @@ function(varnet_views)
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
         OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/Varnet
+        # The types behind our painted items: without them the QML compiler gives up on whoever uses one.
+        DEPENDENCIES QtQuick
         SOURCES ${ARG_CPP}
         QML_FILES ${ARG_QML} ${ARG_SINGLETONS})
     target_link_libraries(VarnetViews PUBLIC varnet_flags ${ARG_LINK} Qt6::Quick)

@@ -72,7 +72,7 @@ void paintFlameTile(QPainter& painter, const QRectF& box, FlameExpression expres
         paintMascot(painter, seat, expression, square.ratio);
     } else {
         const int flame = std::max(1, qRound(pixels * (edge ? .8 : .875)));
-        const double inset = (pixels - flame) / 2;
+        const int inset = (pixels - flame) / 2;
         const QPointF corner = square.corner + QPointF(inset, inset) / square.ratio;
         const double side = flame / square.ratio;
         paintMascot(painter, QRectF(corner, QSizeF(side, side)), expression, square.ratio);
