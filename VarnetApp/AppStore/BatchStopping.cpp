@@ -2,6 +2,7 @@
 
 #include "VarnetApp/AppStore/StopOperations.h"
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Engine/StopExecution.h"
 #include "VarnetCore/Base/LexicalPath.h"
 #include "VarnetCore/Findings/BatchStopPlanner.h"
 #include "VarnetCore/Findings/PlanningTable.h"

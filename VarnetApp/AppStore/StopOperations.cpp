@@ -51,6 +51,22 @@ void StopOperations::prepareStop(const ProcessSample& process) {
     review(*plan, false, false);
 }
 
+void StopOperations::reviewStop(const ApplicationGroup& group) {
+    switch (group.kind) {
+    case GroupKind::application:
+        if (group.application) quit(*group.application, StopForce::polite);
+        break;
+    case GroupKind::project:
+        prepareBatchStop(batchRequests(group));
+        break;
+    case GroupKind::unassigned:
+        if (!group.processes.empty()) prepareStop(*group.processes.front());
+        break;
+    case GroupKind::system:
+        break;
+    }
+}
+
 void StopOperations::review(StopPlan plan, bool isService, bool forgotten) {
     stopPlan_ = std::move(plan);
     stopResults_.reset();

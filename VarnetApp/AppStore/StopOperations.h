@@ -1,6 +1,5 @@
 #pragma once
 
-#include "VarnetApp/Engine/StopExecution.h"
 #include "VarnetApp/Platform/ApplicationQuitting.h"
 #include "VarnetCore/Findings/StopPlan.h"
 #include "VarnetCore/Monitoring/ApplicationGroup.h"
@@ -73,6 +72,9 @@ public:
     bool stopWasForgotten() const noexcept { return stopWasForgotten_; }
     void prepareStop(const Service& service);
     void prepareStop(const ProcessSample& process);
+    /// What a group's own stop button asks for: the question about its application, the review of its one
+    /// process, or that of its project's servers.
+    void reviewStop(const ApplicationGroup& group);
     void executeStop(StopForce force);
     /// The user has read the sheet. Not while it waits for exits.
     void closeStop();
@@ -102,6 +104,10 @@ public:
     std::vector<BatchStopRequest> batchRequests(const Service& service) const;
     std::map<std::string, std::vector<BatchStopRequest>>
     batchCandidates(std::span<const ApplicationGroup> groups) const;
+    /// A finding calls it forgotten.
+    bool isForgotten(const Service& service) const;
+    /// Null when the user does not see it any more.
+    const Service* publishedService(const std::string& id) const;
     bool canStop(const ProcessSample& process) const;
     std::uint32_t uid() const noexcept { return uid_; }
     std::int32_t selfPID() const noexcept { return selfPID_; }
@@ -135,8 +141,6 @@ private:
 
     using Results = std::vector<StopResult>;
 
-    bool isForgotten(const Service& service) const;
-    const Service* publishedService(const std::string& id) const;
     void review(StopPlan plan, bool isService, bool forgotten);
     void finishStop(const std::optional<Service>& service, const Results& later);
     void tellCollection(const StopPlan& plan, const Results& results, bool forgotten) const;

@@ -247,6 +247,14 @@ std::vector<const ApplicationGroup*> VarnetStore::filteredGroups() const {
     return filter_.apply(snapshot_->groups);
 }
 
+std::vector<const ApplicationGroup*> VarnetStore::groupsOfPage() const {
+    return GroupFilter{.page = page_}.apply(snapshot_->groups);
+}
+
+std::vector<const Service*> VarnetStore::filteredServices() const {
+    return ServiceFilter{filter_.search, filter_.sort, filter_.locale}.apply(snapshot_->services);
+}
+
 std::optional<std::size_t> VarnetStore::itemCount(Page page) const {
     const std::size_t unlocked = collaborators_.unlockedBadges ? collaborators_.unlockedBadges() : 0;
     return varnet::itemCount(page, *snapshot_, unlocked);

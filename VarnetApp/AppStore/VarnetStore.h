@@ -2,6 +2,7 @@
 
 #include "VarnetApp/AppStore/GroupFilter.h"
 #include "VarnetApp/AppStore/Page.h"
+#include "VarnetApp/AppStore/ServiceFilter.h"
 #include "VarnetApp/AppStore/StopOperations.h"
 #include "VarnetApp/AppStore/StoreSettings.h"
 #include "VarnetApp/Engine/MonitorEngine.h"
@@ -139,6 +140,9 @@ public:
     void setAgentFilter(const QString& agent);
     /// Pointers into the published snapshot.
     std::vector<const ApplicationGroup*> filteredGroups() const;
+    /// Those of the page, whoever started them and whatever is sought; in the snapshot's order.
+    std::vector<const ApplicationGroup*> groupsOfPage() const;
+    std::vector<const Service*> filteredServices() const;
     std::optional<std::size_t> itemCount(Page page) const;
 
     // Stopping.

@@ -160,7 +160,7 @@ private:
              .visibleUI = [this] { return windows_.anyVisible(); },
          }}};
     DockFlame flame_{store_.settings()};
-    ViewContext context_{store_, localization_, clock_, &flame_};
+    ViewContext context_{store_, localization_, clock_, &flame_, fileOpening_.get()};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{

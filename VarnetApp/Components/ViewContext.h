@@ -12,13 +12,18 @@ class Clock;
 class DockFlame;
 class VarnetStore;
 
+namespace platform {
+class FileOpening;
+}
+
 /// What views reach outside their own files. One lives as long as the application, or as a test; every engine
 /// that shows views is given it.
 struct ViewContext {
     VarnetStore& store;
     AppLocalization& localization;
     const Clock& clock;
-    DockFlame* dockFlame = nullptr; ///< null: no flame to set up
+    DockFlame* dockFlame = nullptr;         ///< null: no flame to set up
+    platform::FileOpening* files = nullptr; ///< null: nobody opens addresses and shows files
 
     /// Makes the context known to an engine before it loads anything.
     void give(QQmlEngine& engine);
