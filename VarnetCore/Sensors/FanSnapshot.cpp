@@ -1,5 +1,6 @@
 #include "VarnetCore/Sensors/FanSnapshot.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace varnet {
@@ -22,6 +23,11 @@ std::string_view rawValue(FanAvailability availability) noexcept {
         return "stale";
     }
     return {};
+}
+
+std::optional<double> FanSnapshot::fastest() const noexcept {
+    if (availability != FanAvailability::available || fans.empty()) return std::nullopt;
+    return std::ranges::max_element(fans, {}, &Fan::rpm)->rpm;
 }
 
 } // namespace varnet
