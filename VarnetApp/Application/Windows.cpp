@@ -10,9 +10,10 @@
 #include <QSettings>
 
 #include <malloc.h>
+#include <time.h>
 
 #include <algorithm>
-#include <array>
+#include <cstdio>
 
 namespace varnet {
 
@@ -23,6 +24,8 @@ constexpr QSize leastMainSize{720, 520};
 constexpr QSize settingsSize{640, 720};
 constexpr int panelWidth = 340;
 constexpr int panelMargin = 8; ///< pixels between the panel and the screen's edge
+/// A development aid: with it set, each frame that a window shows is told on standard error.
+constexpr const char* timesVariable = "VARNET_FRAME_TIMES";
 constexpr const char* frameKey = "VarnetMainWindow";
 
 bool shows(const QWindow* window) {
@@ -61,6 +64,14 @@ QQuickView* Windows::makeView(const QString& type, const QString& title) {
     for (const QQmlError& error : view->errors())
         qWarning("%s", qPrintable(error.toString()));
     view->installEventFilter(this);
+    if (qEnvironmentVariableIsSet(timesVariable)) {
+        connect(view, &QQuickWindow::frameSwapped, view, [type] {
+            timespec now{};
+            clock_gettime(CLOCK_MONOTONIC, &now);
+            std::fprintf(stderr, "frame %s %.6f\n", qPrintable(type),
+                         static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9);
+        });
+    }
     connect(&Theme::shared(), &Theme::changed, view, [view] { view->setColor(Theme::shared().bg()); });
     return view;
 }

@@ -24,7 +24,7 @@ namespace varnet::platform {
 
 namespace {
 
-constexpr std::size_t longestEntry = 64 * 1024; // bytes
+constexpr std::size_t longestEntry = 65'536; // bytes
 
 std::unexpected<std::string> failure(const std::string& path, const std::string& words) {
     return std::unexpected(path + ": " + words);

@@ -1,7 +1,7 @@
 #include "VarnetApp/Platform/linux/DesktopNotifications.h"
 
-#include <QMetaObject>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
 
 #include <cstddef>
@@ -60,7 +60,7 @@ void DesktopNotifications::requestAuthorization(std::function<void(bool granted)
 
 void DesktopNotifications::askCapabilities(std::function<void(bool answered)> then) {
     if (!bus_) {
-        QMetaObject::invokeMethod(this, [then = std::move(then)] { then(false); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, [then = std::move(then)] { then(false); });
         return;
     }
     bus_->call(method(QStringLiteral("GetCapabilities")), answerTimeout, this,

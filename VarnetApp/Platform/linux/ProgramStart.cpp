@@ -51,6 +51,14 @@ void collect(pid_t child) {
     }
 }
 
+void collectLater(pid_t child) noexcept {
+    try {
+        std::thread(collect, child).detach();
+    } catch (const std::system_error&) {
+        waitpid(child, nullptr, WNOHANG); // no thread to be had: one that goes on will leave an entry behind
+    }
+}
+
 } // namespace
 
 std::string findProgram(std::string_view name, std::span<const std::string> folders) {
@@ -78,11 +86,7 @@ bool startProgram(const std::string& path, std::vector<std::string> arguments) {
                     environ) != 0) {
         return false;
     }
-    try {
-        std::thread(collect, child).detach();
-    } catch (const std::system_error&) {
-        // No thread to be had: an ended child in the process table is the lesser harm.
-    }
+    collectLater(child);
     return true;
 }
 
