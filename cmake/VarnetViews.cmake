@@ -9,6 +9,9 @@ function(varnet_views)
     set_source_files_properties(${ARG_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
     qt_add_library(VarnetViews STATIC)
     set_target_properties(VarnetViews PROPERTIES AUTOMOC ON)
+    # Byte code alone: C++ for every binding costs minutes of compiling and megabytes of program for views that
+    # are at rest most of the time.
+    set_target_properties(VarnetViews PROPERTIES QT_QMLCACHEGEN_ARGUMENTS "--only-bytecode")
     qt_add_qml_module(
         VarnetViews
         URI Varnet
