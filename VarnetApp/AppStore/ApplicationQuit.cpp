@@ -15,8 +15,10 @@ constexpr const char* notRunningMessage = "This application is no longer running
 constexpr const char* changedMessage =
     "The application changed while this dialog was open. Please inspect it again.";
 
-QuitRequest questionFor(const ApplicationDescriptor& application, const ProcessSample& process,
-                        StopForce force) {
+} // namespace
+
+QuitRequest quitQuestion(const ApplicationDescriptor& application, const ProcessSample& process,
+                         StopForce force) {
     QuitRequest request{.application = application,
                         .force = force,
                         .message = {},
@@ -38,8 +40,6 @@ QuitRequest questionFor(const ApplicationDescriptor& application, const ProcessS
     request.quitTitle = std::exchange(request.forceQuitTitle, QString());
     return request;
 }
-
-} // namespace
 
 struct StopOperations::QuitWait {
     QString name;
@@ -64,7 +64,7 @@ void StopOperations::quit(const ApplicationDescriptor& application, StopForce fo
         store_.setActionMessage(notRunningMessage);
         return;
     }
-    quitRequest_ = questionFor(application, **found, force);
+    quitRequest_ = quitQuestion(application, **found, force);
     emit quitRequestChanged();
 }
 

@@ -13,9 +13,16 @@
 
 namespace varnet {
 
+namespace {
+
+constexpr std::int32_t noProcess = -1; // prepared data knows nothing of this program
+
+} // namespace
+
 StopOperations::StopOperations(VarnetStore& store, std::uint32_t uid,
                                platform::ApplicationQuitting* applications)
-    : store_(store), uid_(uid), selfPID_(getpid()), applications_(applications) {}
+    : store_(store), uid_(uid), selfPID_(store.isPreview() ? noProcess : getpid()),
+      applications_(applications) {}
 
 StopOperations::~StopOperations() = default;
 

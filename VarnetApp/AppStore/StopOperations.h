@@ -36,6 +36,11 @@ struct QuitRequest {
     friend bool operator==(const QuitRequest&, const QuitRequest&) = default;
 };
 
+/// The question before an application is quit.
+/// @param process its main process as the user saw it
+QuitRequest quitQuestion(const ApplicationDescriptor& application, const ProcessSample& process,
+                         StopForce force);
+
 enum class QuitAnswer {
     cancel,
     quit,      ///< what was asked for

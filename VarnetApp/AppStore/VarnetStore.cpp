@@ -39,7 +39,8 @@ VarnetStore::VarnetStore(Setup setup)
       isPreview_(setup.preview != nullptr), engine_(std::make_unique<MonitorEngine>(MonitorEngine::Setup{
                                                 setup.probes, setup.clock, storageRoot(setup), {}})),
       settings_(isPreview_ ? nullptr : setup.defaults), snapshot_(emptySnapshot()),
-      latestSnapshot_(emptySnapshot()), stopping_(*this, setup.probes.userID(), setup.quitting) {
+      latestSnapshot_(emptySnapshot()),
+      stopping_(*this, setup.user.value_or(setup.probes.userID()), setup.quitting) {
     filter_.locale = localization_.locale();
     connect(&localization_, &AppLocalization::languageChanged, this, [this] {
         filter_.locale = localization_.locale();
@@ -252,7 +253,9 @@ std::vector<const ApplicationGroup*> VarnetStore::filteredGroups() const {
 }
 
 std::vector<const ApplicationGroup*> VarnetStore::groupsOfPage() const {
-    return GroupFilter{.page = page_}.apply(snapshot_->groups);
+    GroupFilter everything;
+    everything.page = page_;
+    return everything.apply(snapshot_->groups);
 }
 
 std::vector<const Service*> VarnetStore::filteredServices() const {

@@ -93,7 +93,9 @@ public:
         platform::ApplicationQuitting* quitting = nullptr; ///< null: no application can be quit
         QSettings* defaults = nullptr;                     ///< null: choices are not kept
         std::filesystem::path storage;                     ///< empty: the data root
-        std::shared_ptr<const MonitorSnapshot> preview;    ///< prepared data instead of the live machine
+        /// Whose processes may be stopped; empty: those of whoever runs the program.
+        std::optional<std::uint32_t> user = {};
+        std::shared_ptr<const MonitorSnapshot> preview; ///< prepared data instead of the live machine
         StoreCollaborators collaborators;
     };
 

@@ -77,7 +77,7 @@ std::vector<SheetRow> BatchStopSheetModel::rowsOf(const BatchStopPlan& plan) con
         SheetRow row;
         row.key = "app:" + stop.target.identity.id();
         row.name = words(stop.target.name);
-        row.tile = {RowKind::application, {}, tileLetter(row.name)};
+        row.tile = tileFor(RowKind::application, row.name);
         describeGroup(row, stop.application.bundlePath);
         describeOutcome(row, stop.target, known);
         rows.push_back(std::move(row));
@@ -89,7 +89,7 @@ std::vector<SheetRow> BatchStopSheetModel::rowsOf(const BatchStopPlan& plan) con
             row.name = words(target.name);
             row.note = "Background process";
             row.figure = "PID " + QString::number(target.identity.pid);
-            row.tile = {RowKind::process, tileIcon(RowKind::process), {}};
+            row.tile = tileFor(RowKind::process, row.name);
             describeOutcome(row, target, known);
             rows.push_back(std::move(row));
         }

@@ -9,7 +9,7 @@
 namespace varnet {
 
 /// Stands behind the sheet that reviews the stop of a selection. Main thread only.
-class BatchStopSheetModel final : public ViewModel {
+class BatchStopSheetModel : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool open READ isOpen NOTIFY changed)

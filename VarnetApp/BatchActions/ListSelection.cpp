@@ -1,7 +1,5 @@
 #include "VarnetApp/BatchActions/ListSelection.h"
 
-#include "VarnetApp/AppStore/StopOperations.h"
-
 #include <ranges>
 #include <utility>
 

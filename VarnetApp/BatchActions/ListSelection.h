@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VarnetApp/AppStore/StopOperations.h"
 #include "VarnetCore/Findings/StopSelection.h"
 
 #include <QObject>
@@ -12,10 +13,8 @@
 
 namespace varnet {
 
-class StopOperations;
-
 /// What is ticked in one list, among what can be ticked there. Main thread only.
-class ListSelection final : public QObject {
+class ListSelection : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("belongs to its list")

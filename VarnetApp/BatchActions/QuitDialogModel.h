@@ -8,7 +8,7 @@
 namespace varnet {
 
 /// Stands behind the question before an application is quit. Main thread only.
-class QuitDialogModel final : public ViewModel {
+class QuitDialogModel : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool open READ isOpen NOTIFY changed)

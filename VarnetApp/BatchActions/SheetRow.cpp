@@ -21,7 +21,7 @@ QVariant SheetRow::value(int role) const {
     case 7:
         return tile.icon;
     case 8:
-        return static_cast<int>(tile.kind);
+        return tile.tone;
     default:
         return tile.letter;
     }

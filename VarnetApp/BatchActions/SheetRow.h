@@ -19,17 +19,17 @@ enum class OutcomeTone { none, good, muted, warn, bad };
 struct SheetRow {
     std::string key;
     QString name;
-    QString note;     ///< beside the name: "Background process", "6 processes"
-    QString figure;   ///< at the right: "PID 31882", "3.9%"
-    QString figure2;  ///< right of that; mostly empty
-    QString outcome;  ///< empty before there is one
-    QString detail;   ///< below the line; mostly empty
+    QString note;    ///< beside the name: "Background process", "6 processes"
+    QString figure;  ///< at the right: "PID 31882", "3.9%"
+    QString figure2; ///< right of that; mostly empty
+    QString outcome; ///< empty before there is one
+    QString detail;  ///< below the line; mostly empty
     OutcomeTone tone = OutcomeTone::none;
     RowTile tile{};
 
     static std::vector<QByteArray> roles() {
-        return {"name",    "note",   "figure",   "figure2",   "outcome",
-                "detail",  "tone",   "iconName", "kind",      "tileLetter"};
+        return {"name",   "note", "figure",   "figure2",  "outcome",
+                "detail", "tone", "iconName", "tileTone", "tileLetter"};
     }
     QVariant value(int role) const;
     friend bool operator==(const SheetRow&, const SheetRow&) = default;

@@ -19,7 +19,7 @@ SheetRow rowFor(const StopTarget& target, const std::vector<StopResult>* results
     row.name = words(target.name);
     row.figure = "PID " + QString::number(target.identity.pid);
     row.note = "Background process";
-    row.tile = {RowKind::process, tileIcon(RowKind::process), {}};
+    row.tile = tileFor(RowKind::process, row.name);
     if (!results) return row;
     const auto found = std::ranges::find_if(
         *results, [&](const StopResult& result) { return result.target.identity == target.identity; });

@@ -9,7 +9,7 @@
 namespace varnet {
 
 /// Stands behind the sheet that reviews the stop of one service or process. Main thread only.
-class StopSheetModel final : public ViewModel {
+class StopSheetModel : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool open READ isOpen NOTIFY changed)

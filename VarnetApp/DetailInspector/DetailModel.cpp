@@ -3,7 +3,6 @@
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/MainViews/ListTexts.h"
-#include "VarnetApp/MainViews/RowTile.h"
 #include "VarnetApp/Platform/FileOpening.h"
 #include "VarnetCore/Findings/GroupServices.h"
 
@@ -37,9 +36,8 @@ bool isAbout(const Finding& finding, const ProcessIdentity& root) {
 
 bool belongs(const Service& service, const ApplicationGroup& group) {
     if (group.kind == GroupKind::project) return worksIn(service, group);
-    return std::ranges::any_of(group.processes, [&](const SampleRef& process) {
-        return process->id == service.root->id;
-    });
+    return std::ranges::any_of(group.processes,
+                               [&](const SampleRef& process) { return process->id == service.root->id; });
 }
 
 } // namespace
@@ -106,12 +104,10 @@ void DetailModel::refresh() {
 DetailModel::Shown DetailModel::describe(const ApplicationGroup& group) {
     const MonitorSnapshot& snapshot = store().snapshot();
     Shown shown;
-    const RowTile tile = tileOf(group);
     shown.title = words(group.name);
     shown.subtitle = DetailTexts::subtitle(group);
-    shown.kind = static_cast<int>(tile.kind);
-    shown.tileLetter = tile.letter;
-    shown.tileIcon = tile.icon;
+    shown.tile = tileFor(rowKindOf(group), shown.title);
+    shown.barTone = varnet::barTone(rowKindOf(group));
     describeUse(shown, snapshot.normalized(group.cpu()), group.memory());
     const auto finding = std::ranges::find_if(snapshot.findings, [&](const Finding& one) {
         return one.groupID == group.id && one.kind == FindingKind::highCPU;
@@ -133,9 +129,8 @@ DetailModel::Shown DetailModel::describe(const ApplicationGroup& group) {
              stoppable ? QString() : words(store().stopping().stopUnavailableReason(*service.root))});
     }
     if (group.kind != GroupKind::system) {
-        shown.serversText = servers.empty()
-                                ? "No running servers to stop. Editors and AI agents stay open."
-                                : "Stop a server here without closing your editor or AI agent.";
+        shown.serversText = servers.empty() ? "No running servers to stop. Editors and AI agents stay open."
+                                            : "Stop a server here without closing your editor or AI agent.";
     }
     servers_.update(std::move(servers));
     if (group.application) shown.applicationPath = words(group.application->bundlePath);
@@ -157,11 +152,11 @@ DetailModel::Shown DetailModel::describe(const Service& service) {
     const StopOperations& stopping = store().stopping();
     Shown shown;
     shown.isService = true;
-    const RowTile tile = tileOfServer(stopping.isForgotten(service));
     shown.title = words(service.name());
     shown.subtitle = DetailTexts::subtitle(service, snapshot.date);
-    shown.kind = static_cast<int>(tile.kind);
-    shown.tileIcon = tile.icon;
+    shown.tile =
+        tileFor(stopping.isForgotten(service) ? RowKind::forgottenServer : RowKind::server, shown.title);
+    shown.barTone = varnet::barTone(RowKind::server);
     describeUse(shown, snapshot.normalized(service.cpu()), service.memory());
 
     const Attribution* const origin = service.root->attribution.get();
@@ -171,8 +166,7 @@ DetailModel::Shown DetailModel::describe(const Service& service) {
     const bool forgotten = finding != snapshot.findings.end() && finding->kind == FindingKind::forgotten;
     if (finding != snapshot.findings.end()) {
         shown.findingTitle = words(finding->title);
-        shown.findingText =
-            forgotten && !agentLeft.isEmpty() ? agentLeft : words(finding->explanation);
+        shown.findingText = forgotten && !agentLeft.isEmpty() ? agentLeft : words(finding->explanation);
         shown.findingIcon = iconOf(finding->kind);
     }
 
@@ -199,8 +193,8 @@ DetailModel::Shown DetailModel::describe(const Service& service) {
     listProcesses(service.members);
     shown.stopTitle = "Stop server";
     shown.stoppable = stopping.canStop(*service.root);
-    shown.stopHelp = words(shown.stoppable ? ListTexts::stopHelp(service)
-                                           : stopping.stopUnavailableReason(*service.root));
+    shown.stopHelp =
+        words(shown.stoppable ? ListTexts::stopHelp(service) : stopping.stopUnavailableReason(*service.root));
     return shown;
 }
 

@@ -4,6 +4,7 @@
 #include "VarnetApp/Components/ViewContext.h"
 #include "VarnetApp/DetailInspector/DetailRows.h"
 #include "VarnetApp/DetailInspector/DetailTexts.h"
+#include "VarnetApp/MainViews/RowTile.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -19,7 +20,7 @@ struct MonitorSnapshot;
 struct Service;
 
 /// Stands behind the inspector: what it shows of the selected group or service. Main thread only.
-class DetailModel final : public ViewModel {
+class DetailModel : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     /// Something is selected.
@@ -28,8 +29,10 @@ class DetailModel final : public ViewModel {
     Q_PROPERTY(bool gone READ isGone NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed)
-    /// As ActivityRow::kind.
-    Q_PROPERTY(int kind READ kind NOTIFY changed)
+    /// Name of a Theme colour.
+    Q_PROPERTY(QString barTone READ barTone NOTIFY changed)
+    /// As RowTile's.
+    Q_PROPERTY(QString tileTone READ tileTone NOTIFY changed)
     Q_PROPERTY(QString tileLetter READ tileLetter NOTIFY changed)
     Q_PROPERTY(QString tileIcon READ tileIcon NOTIFY changed)
     /// A finding about it; empty: none.
@@ -69,9 +72,10 @@ public:
     bool isGone() const { return shown_.gone; }
     const QString& title() const { return shown_.title; }
     const QString& subtitle() const { return shown_.subtitle; }
-    int kind() const { return shown_.kind; }
-    const QString& tileLetter() const { return shown_.tileLetter; }
-    const QString& tileIcon() const { return shown_.tileIcon; }
+    const QString& barTone() const { return shown_.barTone; }
+    const QString& tileTone() const { return shown_.tile.tone; }
+    const QString& tileLetter() const { return shown_.tile.letter; }
+    const QString& tileIcon() const { return shown_.tile.icon; }
     const QString& findingTitle() const { return shown_.findingTitle; }
     const QString& findingText() const { return shown_.findingText; }
     const QString& findingIcon() const { return shown_.findingIcon; }
@@ -119,9 +123,8 @@ private:
         bool isService = false;
         QString title;
         QString subtitle;
-        int kind = 0;
-        QString tileLetter;
-        QString tileIcon;
+        RowTile tile{};
+        QString barTone = "faint";
         QString findingTitle;
         QString findingText;
         QString findingIcon;

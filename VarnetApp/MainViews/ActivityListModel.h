@@ -19,7 +19,8 @@ namespace varnet {
 /// Stands behind a page with a list: its head, its tools, its selection and its rows. Main thread only.
 class ActivityListModel : public ViewModel {
     Q_OBJECT
-    QML_ANONYMOUS
+    QML_ELEMENT
+    QML_UNCREATABLE("each page has a kind of its own")
     Q_PROPERTY(QString headline READ headline NOTIFY headChanged)
     Q_PROPERTY(QString line READ line NOTIFY headChanged)
     Q_PROPERTY(QString searchPrompt READ searchPrompt NOTIFY headChanged)

@@ -13,7 +13,8 @@ enum Role {
     primaryRole,
     secondaryRole,
     fractionRole,
-    kindRole,
+    barToneRole,
+    tileToneRole,
     tileLetterRole,
     tileIconRole,
     portsRole,
@@ -46,9 +47,9 @@ QString lines(const std::vector<std::string>& names) {
 } // namespace
 
 std::vector<QByteArray> ActivityRow::roles() {
-    return {"key",      "title",      "subtitle", "primary", "secondary", "fraction",  "kind",
-            "tileLetter", "tileIcon", "ports",    "stateText", "worktree", "agents",   "ticked",
-            "open",     "stoppable",  "tickLabel", "stopHelp", "stopReason", "openLabel"};
+    return {"key",      "title",      "subtitle",  "primary",   "secondary", "fraction",   "barTone",
+            "tileTone", "tileLetter", "tileIcon",  "ports",     "stateText", "worktree",   "agents",
+            "ticked",   "open",       "stoppable", "tickLabel", "stopHelp",  "stopReason", "openLabel"};
 }
 
 QVariant ActivityRow::value(int role) const {
@@ -66,12 +67,14 @@ QVariant ActivityRow::value(int role) const {
         return memoryFirst ? telling->figures.percent(cpu) : telling->figures.memory(memory);
     case fractionRole:
         return share;
-    case kindRole:
-        return static_cast<int>(kind);
+    case barToneRole:
+        return memoryFirst ? QString("memory") : barTone(kind);
+    case tileToneRole:
+        return tileFor(kind, words(name)).tone;
     case tileLetterRole:
-        return kind == RowKind::application ? tileLetter(words(name)) : QString();
+        return tileFor(kind, words(name)).letter;
     case tileIconRole:
-        return tileIcon(kind);
+        return tileFor(kind, words(name)).icon;
     case portsRole:
         return words(ports);
     case stateRole:

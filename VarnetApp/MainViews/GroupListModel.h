@@ -7,7 +7,7 @@ namespace varnet {
 struct ApplicationGroup;
 
 /// The lists of all sources, of apps and of projects.
-class GroupListModel final : public ActivityListModel {
+class GroupListModel : public ActivityListModel {
     Q_OBJECT
     QML_ELEMENT
 

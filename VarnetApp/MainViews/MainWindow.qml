@@ -53,5 +53,7 @@ FocusScope {
         sourceComponent: OnboardingView {}
     }
 
+    ActionSheets {}
+
     WindowKeys { pages: sidebar.pages }
 }

@@ -37,11 +37,15 @@ FocusScope {
     Component {
         id: groups
 
-        GroupListView {}
+        GroupListView {
+            narrow: root.narrow
+        }
     }
     Component {
         id: servers
 
-        ServersView {}
+        ServersView {
+            narrow: root.narrow
+        }
     }
 }

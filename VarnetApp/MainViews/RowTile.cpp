@@ -18,39 +18,48 @@ RowKind rowKindOf(const ApplicationGroup& group) noexcept {
     return RowKind::process;
 }
 
-QString tileIcon(RowKind kind) {
-    switch (kind) {
-    case RowKind::application:
-        return {};
-    case RowKind::project:
-        return "projects";
-    case RowKind::system:
-        return "cpu";
-    case RowKind::process:
-        return "terminal";
-    case RowKind::server:
-    case RowKind::forgottenServer:
-        break;
-    }
-    return "servers";
-}
+namespace {
 
-QString tileLetter(const QString& name) {
+QString letterOf(const QString& name) {
     const QString text = name.trimmed();
     if (text.isEmpty()) return {};
     // A character outside the basic plane is two units, and half of one is nothing.
     return text.left(text.at(0).isHighSurrogate() ? 2 : 1).toUpper();
 }
 
-RowTile tileOf(const ApplicationGroup& group) {
-    const RowKind kind = rowKindOf(group);
-    return {kind, tileIcon(kind),
-            kind == RowKind::application ? tileLetter(QString::fromStdString(group.name)) : QString()};
+} // namespace
+
+RowTile tileFor(RowKind kind, const QString& name) {
+    switch (kind) {
+    case RowKind::application:
+        return {{}, letterOf(name), {}};
+    case RowKind::project:
+        return {"projects", {}, "dev"};
+    case RowKind::system:
+        return {"cpu", {}, "faint"};
+    case RowKind::process:
+        return {"terminal", {}, "faint"};
+    case RowKind::server:
+        return {"servers", {}, "dev"};
+    case RowKind::forgottenServer:
+        break;
+    }
+    return {"servers", {}, "warn"};
 }
 
-RowTile tileOfServer(bool forgotten) {
-    const RowKind kind = forgotten ? RowKind::forgottenServer : RowKind::server;
-    return {kind, tileIcon(kind), {}};
+QString barTone(RowKind kind) {
+    switch (kind) {
+    case RowKind::application:
+        return "emberFill";
+    case RowKind::project:
+    case RowKind::server:
+    case RowKind::forgottenServer:
+        return "dev";
+    case RowKind::system:
+    case RowKind::process:
+        break;
+    }
+    return "faint";
 }
 
 } // namespace varnet

@@ -11,17 +11,16 @@ enum class RowKind { application, project, system, process, server, forgottenSer
 
 /// The toned square in front of a name.
 struct RowTile {
-    RowKind kind = RowKind::process;
     QString icon;   ///< empty: the letter
     QString letter; ///< of an application
+    QString tone;   ///< name of a Theme colour; empty: that of the name
 
     friend bool operator==(const RowTile&, const RowTile&) = default;
 };
 
 RowKind rowKindOf(const ApplicationGroup& group) noexcept;
-QString tileIcon(RowKind kind);
-QString tileLetter(const QString& name);
-RowTile tileOf(const ApplicationGroup& group);
-RowTile tileOfServer(bool forgotten);
+RowTile tileFor(RowKind kind, const QString& name);
+/// Of the bar beside a figure.
+QString barTone(RowKind kind);
 
 } // namespace varnet

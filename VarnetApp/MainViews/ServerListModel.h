@@ -7,7 +7,7 @@ namespace varnet {
 struct Service;
 
 /// The list of running servers.
-class ServerListModel final : public ActivityListModel {
+class ServerListModel : public ActivityListModel {
     Q_OBJECT
     QML_ELEMENT
 

@@ -1,11 +1,14 @@
 #include "VarnetApp/Previews/Screens.h"
 
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 
 #include <QMetaObject>
 #include <QQuickItem>
 #include <QStringList>
+
+#include <utility>
 
 namespace varnet {
 
@@ -45,15 +48,11 @@ void sayMuch(QQuickItem& root) {
     hero->setProperty("expression", "sleepy");
 }
 
-std::function<void(VarnetStore&)> onPage(Page page) {
-    return [page](VarnetStore& store) { store.setPage(page); };
-}
-
 } // namespace
 
 std::vector<Picture> screens() {
     using namespace PreparedMachine;
-    return {
+    std::vector<Picture> pictures{
         {"overview", "MainWindow", window, busy},
         {"overview-small", "MainWindow", smallWindow, busy},
         {"overview-findings", "MainWindow", window, manyFindings},
@@ -71,15 +70,14 @@ std::vector<Picture> screens() {
         {"overview-error-small", "MainWindow", smallWindow, failing},
         {"overview-toast", "MainWindow", window, calm,
          [](VarnetStore& store) { store.setActionMessage("Django has left the building."); }},
-        {"sources", "MainWindow", window, busy, onPage(Page::sources)},
-        {"apps", "MainWindow", window, busy, onPage(Page::apps)},
-        {"projects", "MainWindow", window, busy, onPage(Page::projects)},
-        {"servers", "MainWindow", window, busy, onPage(Page::servers)},
         {.name = "onboarding", .view = "MainWindow", .size = window, .data = gathering, .onboarded = false},
         {"components", "Gallery", {1040, 1164}, busy},
         {"panel", "MenuPanel", {340, 0}, busy},
         {"settings", "SettingsView", {640, 0}, busy},
     };
+    for (Picture& picture : listScreens())
+        pictures.push_back(std::move(picture));
+    return pictures;
 }
 
 } // namespace varnet
