@@ -9,12 +9,17 @@ function(varnet_views)
     set_source_files_properties(${ARG_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
     qt_add_library(VarnetViews STATIC)
     set_target_properties(VarnetViews PROPERTIES AUTOMOC ON)
+    # Byte code alone: C++ for every binding costs minutes of compiling and megabytes of program for views that
+    # are at rest most of the time.
+    set_target_properties(VarnetViews PROPERTIES QT_QMLCACHEGEN_ARGUMENTS "--only-bytecode")
     qt_add_qml_module(
         VarnetViews
         URI Varnet
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
         OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/Varnet
+        # The types behind our painted items: without them the QML compiler gives up on whoever uses one.
+        DEPENDENCIES QtQuick
         SOURCES ${ARG_CPP}
         QML_FILES ${ARG_QML} ${ARG_SINGLETONS})
     target_link_libraries(VarnetViews PUBLIC varnet_flags ${ARG_LINK} Qt6::Quick)

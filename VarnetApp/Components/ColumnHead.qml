@@ -46,7 +46,7 @@ T.AbstractButton {
     Keys.onReturnPressed: head.clicked()
     Keys.onEnterPressed: head.clicked()
 
-    Accessible.role: Accessible.ColumnHeader
+    Accessible.role: Accessible.Button
     Accessible.name: head.text
     Accessible.selected: head.sorted
     Accessible.onPressAction: if (head.enabled) head.clicked()

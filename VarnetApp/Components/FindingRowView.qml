@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Varnet
 
 // Something worth a look. The explanation is never cut: the row grows line by line.
-T.AbstractButton {
+T.ItemDelegate {
     id: row
 
     required property string title

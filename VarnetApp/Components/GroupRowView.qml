@@ -4,7 +4,7 @@ import Varnet
 
 // An application, a project or a process in a list. The row opens its details; it has a tick box and a stop
 // button of its own, which the keyboard reaches from the row that has the focus.
-T.AbstractButton {
+T.ItemDelegate {
     id: row
 
     required property string title

@@ -5,14 +5,18 @@ import Varnet
 T.Menu {
     id: menu
 
-    implicitWidth: Math.max(160, contentItem.contentItem.childrenRect.width + 8)
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    // As wide as its widest row.
+    implicitWidth: 8 + Math.max(152, ...Array.from({ length: count }, (_, i) => itemAt(i).implicitWidth))
+    implicitHeight: list.implicitHeight + topPadding + bottomPadding
     margins: 8
     padding: 4
     modal: false
+    // A press on the button that opened it is the button's: it closes the menu instead of opening it anew.
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
     delegate: MenuRow {}
 
     contentItem: ListView {
+        id: list
         implicitHeight: contentHeight
         model: menu.contentModel
         interactive: contentHeight > height

@@ -13,6 +13,7 @@ T.AbstractButton {
     property bool compact: false
     property bool tinted: false
     property string preview: ""
+    property int openedBy: Qt.OtherFocusReason
 
     readonly property color overlay: down || menu?.visible === true || preview === "pressed" ? Theme.press
                                    : hovered || preview === "hover" ? Theme.hover : "#00000000"
@@ -25,7 +26,14 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
 
     onClicked: control.menu.visible ? control.menu.close() : control.menu.popup(control, 0, control.height + 4)
-    Keys.onDownPressed: control.menu.popup(control, 0, control.height + 4)
+    Keys.onDownPressed: control.clicked()
+
+    Connections {
+        target: control.menu
+        // The keyboard comes back to where it was, and its ring with it.
+        function onClosed() { control.forceActiveFocus(control.openedBy) }
+        function onAboutToShow() { control.openedBy = control.focusReason }
+    }
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
 
@@ -66,7 +74,7 @@ T.AbstractButton {
         FocusRing { shown: control.visualFocus || control.preview === "focus" }
     }
 
-    Accessible.role: Accessible.ButtonMenu
+    Accessible.role: Accessible.Button
     Accessible.name: control.label + " " + control.text
     Accessible.onPressAction: if (control.enabled) control.clicked()
 }

@@ -8,7 +8,7 @@ T.MenuItem {
 
     property string iconName: ""
     property bool destructive: false
-    // Stands inside the menu's 4 pixels; a menu is as wide as its widest row.
+    // Forces a state for pictures: "hover".
     property string preview: ""
 
     readonly property color ink: !enabled ? Theme.faint : destructive ? Theme.bad : Theme.text

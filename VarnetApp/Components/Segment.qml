@@ -3,15 +3,18 @@ import QtQuick.Templates as T
 import Varnet
 
 // One word of a segmented control.
-T.AbstractButton {
+T.TabButton {
     id: control
 
+    property bool chosen: false
     property string iconName: ""
     property bool previewHover: false
 
-    readonly property color ink: !enabled ? Theme.faint : checked || hovered ? Theme.text : Theme.muted
+    readonly property color ink: !enabled ? Theme.faint : chosen || hovered ? Theme.text : Theme.muted
 
     implicitWidth: Math.ceil(words.implicitWidth) + (iconName.length > 0 ? 22 : 0) + 18
+    checkable: false
+    autoExclusive: false
     hoverEnabled: true
 
     contentItem: Item {
@@ -29,18 +32,18 @@ T.AbstractButton {
                 id: words
                 anchors.verticalCenter: parent.verticalCenter
                 text: control.text
-                font: control.checked ? Theme.strong : Theme.bodyMedium
+                font: control.chosen ? Theme.strong : Theme.bodyMedium
                 color: control.ink
             }
         }
     }
     background: Rectangle {
         radius: Theme.radiusSegment
-        color: control.checked ? Theme.segment
+        color: control.chosen ? Theme.segment
              : control.down ? Theme.press
              : control.hovered || control.previewHover ? Theme.hover : "transparent"
         border.color: Theme.controlLine
-        border.width: control.checked ? 1 : 0
+        border.width: control.chosen ? 1 : 0
 
         Behavior on color {
             ColorAnimation { duration: Theme.slideDuration }
@@ -50,6 +53,6 @@ T.AbstractButton {
     Accessible.role: Accessible.PageTab
     Accessible.name: control.text
     Accessible.selectable: true
-    Accessible.selected: control.checked
+    Accessible.selected: control.chosen
     Accessible.onPressAction: if (control.enabled) control.clicked()
 }

@@ -57,11 +57,11 @@ FocusScope {
                 height: segments.height
                 text: modelData
                 iconName: index < control.icons.length ? control.icons[index] : ""
-                checked: index === control.currentIndex
+                chosen: index === control.currentIndex
                 previewHover: index === control.previewHover
                 enabled: control.enabled
-                focus: checked
-                focusPolicy: checked ? Qt.StrongFocus : Qt.ClickFocus
+                focus: chosen
+                focusPolicy: chosen ? Qt.StrongFocus : Qt.ClickFocus
                 onClicked: control.chosen(index)
             }
         }

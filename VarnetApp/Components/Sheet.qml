@@ -26,9 +26,17 @@ T.Popup {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
+    onAboutToShow: {
+        returnTo = (parent as Item)?.Window.activeFocusItem ?? null
+        returnReason = (returnTo as T.Control)?.focusReason ?? Qt.PopupFocusReason
+    }
+    onClosed: if (returnTo) returnTo.forceActiveFocus(returnReason)
     onOpened: if (initialFocus) initialFocus.forceActiveFocus(Qt.TabFocusReason)
 
     property int shift: 0
+    // What had the keyboard before, and gets it back.
+    property Item returnTo: null
+    property int returnReason: Qt.PopupFocusReason
 
     contentItem: Item {
         Accessible.role: Accessible.Dialog

@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Varnet
 
 // A page in the sidebar: its icon, its name and how much is in it; in the narrow rail the icon alone.
-T.AbstractButton {
+T.TabButton {
     id: row
 
     required property string iconName
@@ -17,6 +17,8 @@ T.AbstractButton {
 
     implicitWidth: rail ? 40 : 184
     implicitHeight: 36
+    checkable: false
+    autoExclusive: false
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
 

@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Varnet
 
 // A tick box of three states. `partial` is shown for a group that is ticked in part; pressing it asks for all.
-T.AbstractButton {
+T.CheckBox {
     id: control
 
     // Names the box for a screen reader; the words beside it belong to its row.
@@ -24,6 +24,10 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     text: label
+    tristate: true
+    checkState: ticked ? Qt.Checked : partial ? Qt.PartiallyChecked : Qt.Unchecked
+    // A press alone changes nothing.
+    nextCheckState: () => checkState
     onClicked: control.wanted(!control.ticked)
 
     contentItem: Item {

@@ -12,6 +12,7 @@ Rectangle {
     property color tone: Theme.good
     property bool shown: true
     property int widest: 560
+    property alias lifetime: timer.interval
 
     // Time is up, or the user has read it; the owner lets go of it.
     signal dismissed
@@ -23,7 +24,7 @@ Rectangle {
     color: Theme.raised
     border.color: Theme.controlLine
     border.width: 1
-    onTextChanged: timer.restart()
+    onTextChanged: if (timer.running) timer.restart()
 
     Icon {
         x: 14

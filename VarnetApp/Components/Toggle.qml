@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Varnet
 
 // On or off, for a setting that takes effect at once.
-T.AbstractButton {
+T.CheckBox {
     id: control
 
     // Names the toggle for a screen reader; the words beside it belong to its row.
@@ -22,6 +22,9 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     text: label
+    checkState: turnedOn ? Qt.Checked : Qt.Unchecked
+    // A press alone changes nothing.
+    nextCheckState: () => checkState
     onClicked: control.wanted(!control.turnedOn)
 
     contentItem: Item {

@@ -17,6 +17,9 @@ T.ToolTip {
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: Item {
+        Accessible.role: Accessible.ToolTip
+        Accessible.name: tip.text
+
         CaptionText {
             id: words
             width: Math.min(292 - 20, implicitWidth)
@@ -34,7 +37,4 @@ T.ToolTip {
     enter: Transition {
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.hoverDuration }
     }
-
-    Accessible.role: Accessible.ToolTip
-    Accessible.name: tip.text
 }

@@ -32,17 +32,17 @@ list(
     Components/EmptyState.qml
     Components/FindingRowView.qml
     Components/FocusRing.qml
-    Components/Gallery.qml
-    Components/GalleryBlock.qml
-    Components/GalleryButtons.qml
-    Components/GalleryControls.qml
-    Components/GalleryFields.qml
-    Components/GalleryFigures.qml
-    Components/GalleryFindings.qml
-    Components/GalleryIcons.qml
-    Components/GalleryPills.qml
-    Components/GalleryRows.qml
-    Components/GallerySidebar.qml
+    Components/Gallery/Gallery.qml
+    Components/Gallery/GalleryBlock.qml
+    Components/Gallery/GalleryButtons.qml
+    Components/Gallery/GalleryControls.qml
+    Components/Gallery/GalleryFields.qml
+    Components/Gallery/GalleryFigures.qml
+    Components/Gallery/GalleryFindings.qml
+    Components/Gallery/GalleryIcons.qml
+    Components/Gallery/GalleryPills.qml
+    Components/Gallery/GalleryRows.qml
+    Components/Gallery/GallerySidebar.qml
     Components/GroupRowView.qml
     Components/HoverTip.qml
     Components/IconButton.qml
