@@ -157,7 +157,12 @@ private:
              .visibleUI = [this] { return windows_.anyVisible(); },
          }}};
     DockFlame flame_{store_.settings()};
-    ViewContext context_{store_, localization_, clock_, &flame_};
+    ViewContext context_{
+        store_,
+        localization_,
+        clock_,
+        &flame_,
+        {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }}};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{

@@ -10,6 +10,7 @@ T.AbstractButton {
     required property string title
     property string note: ""
     property bool pressable: false
+    property string pressIcon: "right"
     property bool separated: true
     default property alias trailing: area.data
 
@@ -50,7 +51,7 @@ T.AbstractButton {
             anchors.right: parent.right
             anchors.rightMargin: 16
             anchors.verticalCenter: parent.verticalCenter
-            name: row.pressable ? "right" : ""
+            name: row.pressable ? row.pressIcon : ""
             color: row.hovered ? Theme.text : Theme.muted
         }
     }

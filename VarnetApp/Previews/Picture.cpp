@@ -3,7 +3,6 @@
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Application/DockFlame.h"
 #include "VarnetApp/Components/Theme.h"
-#include "VarnetApp/Components/ViewContext.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 #include "probes/SystemProbes.h"
@@ -46,7 +45,7 @@ struct Stage {
                                                   .storage = {},
                                                   .preview = picture.data(),
                                                   .collaborators = {}}),
-          flame(store.settings()), context{store, localization, clock, &flame} {}
+          flame(store.settings()), context{store, localization, clock, &flame, picture.actions} {}
 
     SystemProbes probes;
     StillClock clock;
