@@ -43,7 +43,7 @@ Theme::TileKind tileOf(GroupKind kind) {
 } // namespace
 
 std::vector<QByteArray> PanelFinding::roles() {
-    return {"key", "title", "icon", "tone"};
+    return {"key", "title", "iconName", "tone"};
 }
 
 QVariant PanelFinding::value(int role) const {
@@ -62,7 +62,7 @@ QVariant PanelFinding::value(int role) const {
 }
 
 std::vector<QByteArray> PanelGroup::roles() {
-    return {"key", "name", "icon", "letter", "tileKind", "cpu", "memory", "action"};
+    return {"key", "name", "iconName", "letter", "tileKind", "cpu", "memory", "inspectLabel"};
 }
 
 QVariant PanelGroup::value(int role) const {
