@@ -155,6 +155,10 @@ void VarnetStore::publishLatest() {
     updateRoast();
 }
 
+void VarnetStore::showSettings() {
+    if (openSettings) openSettings();
+}
+
 void VarnetStore::updateRoast() {
     emit roastChanged();
 }
@@ -319,6 +323,11 @@ void VarnetStore::setActionMessage(const QString& message) {
     if (message == actionMessage_) return;
     actionMessage_ = message;
     emit actionMessageChanged();
+}
+
+bool VarnetStore::actionSucceeded() const {
+    // Said only of what is confirmed to be gone; every other report is a request, a warning or a refusal.
+    return actionMessage_.endsWith(" has left the building.");
 }
 
 void VarnetStore::setSettingsMessage(const QString& message) {

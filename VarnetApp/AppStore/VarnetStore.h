@@ -65,6 +65,8 @@ class VarnetStore : public QObject {
     Q_PROPERTY(QString agentFilter READ agentFilter WRITE setAgentFilter NOTIFY filterChanged)
     Q_PROPERTY(bool showRoast READ showRoast WRITE setShowRoast NOTIFY showRoastChanged)
     Q_PROPERTY(QString actionMessage READ actionMessage WRITE setActionMessage NOTIFY actionMessageChanged)
+    /// The action's outcome is what the user asked for, seen to be so.
+    Q_PROPERTY(bool actionSucceeded READ actionSucceeded NOTIFY actionMessageChanged)
     Q_PROPERTY(
         QString settingsMessage READ settingsMessage WRITE setSettingsMessage NOTIFY settingsMessageChanged)
     Q_PROPERTY(bool hasOnboarded READ hasOnboarded NOTIFY settingsChanged)
@@ -187,10 +189,14 @@ public:
 
     QString actionMessage() const { return actionMessage_; }
     void setActionMessage(const QString& message);
+    bool actionSucceeded() const;
     QString settingsMessage() const { return settingsMessage_; }
     void setSettingsMessage(const QString& message);
 
     bool visibleUI() const;
+
+    /// Asks the window layer for the settings.
+    Q_INVOKABLE void showSettings();
 
     // Supplied and reported by the window layer.
     std::function<void()> openMain;

@@ -9,7 +9,11 @@ Column {
     required property string title
     required property string note
     property bool inCard: false
+    // What colours the circle; muted is no tone.
+    property color tone: Theme.muted
+    property bool captionNote: false
 
+    readonly property bool toned: tone !== Theme.muted
     readonly property int circle: inCard ? 40 : 72
 
     width: 480
@@ -20,7 +24,7 @@ Column {
         width: state.circle
         height: state.circle
         radius: state.circle / 2
-        color: state.inCard ? Theme.track : Theme.surface
+        color: state.toned ? Theme.tint(state.tone) : state.inCard ? Theme.track : Theme.surface
         border.color: Theme.hairline
         border.width: state.inCard ? 0 : 1
 
@@ -28,7 +32,7 @@ Column {
             anchors.centerIn: parent
             size: state.inCard ? 20 : 28
             name: state.iconName
-            color: Theme.muted
+            color: state.toned ? Theme.tintText(state.tone) : Theme.muted
         }
     }
     Item {
@@ -52,6 +56,9 @@ Column {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
         text: state.note
+        font: state.captionNote ? Theme.caption : Theme.body
+        line: state.captionNote ? Theme.captionLine : Theme.bodyLine
+        nudge: state.captionNote ? Theme.captionNudge : Theme.bodyNudge
         color: Theme.muted
         wrapMode: Text.Wrap
     }

@@ -15,6 +15,9 @@ T.ItemDelegate {
     property string openLabel: title
     property string preview: ""
 
+    // One line of explanation stands in the middle of the row.
+    readonly property int wordsTop: Math.max(5, Math.floor((height - 23 - words.implicitHeight) / 2))
+
     signal opened
     signal ignored
 
@@ -42,14 +45,14 @@ T.ItemDelegate {
         }
         StrongText {
             x: 50
-            y: 5
+            y: row.wordsTop
             width: Math.max(0, ignore.x - x - 4)
             text: row.title
         }
         Button {
             id: ignore
             x: parent.width - 8 - width
-            y: 0
+            y: row.wordsTop - 5
             kind: Button.Link
             linkTone: row.hovered || row.preview === "hover" ? Theme.text : Theme.muted
             text: row.ignoreLabel
@@ -58,7 +61,7 @@ T.ItemDelegate {
         CaptionText {
             id: words
             x: 50
-            y: 24
+            y: row.wordsTop + 19
             width: Math.max(0, parent.width - x - 12)
             text: row.explanation
             wrapMode: Text.Wrap

@@ -17,6 +17,9 @@ T.AbstractButton {
     property string infoLabel: ""
     property string preview: ""
 
+    // Where it is narrow the words move closer together before they are cut.
+    readonly property bool tight: width < 152
+
     signal infoRequested
 
     implicitWidth: 184
@@ -26,15 +29,15 @@ T.AbstractButton {
 
     contentItem: Item {
         Icon {
-            x: 14
+            x: card.tight ? 10 : 14
             y: 12
             name: card.iconName
             color: card.tone
         }
         CaptionText {
-            x: 36
+            x: card.tight ? 30 : 36
             y: 12
-            width: Math.max(0, parent.width - x - (info.visible ? 34 : 14))
+            width: Math.max(0, parent.width - x - (info.visible ? 27 : 14))
             text: card.label
         }
         Figure {

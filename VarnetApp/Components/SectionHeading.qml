@@ -6,6 +6,7 @@ Item {
     id: heading
 
     required property string title
+    readonly property int titleWidth: Math.ceil(words.implicitWidth)
     default property alias trailing: area.data
 
     implicitWidth: words.implicitWidth + (area.width > 0 ? area.width + 8 : 0)

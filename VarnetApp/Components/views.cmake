@@ -46,6 +46,7 @@ list(
     Components/GroupRowView.qml
     Components/HoverTip.qml
     Components/IconButton.qml
+    Components/InfoPanel.qml
     Components/Label.qml
     Components/Menu.qml
     Components/MenuButton.qml
@@ -53,6 +54,7 @@ list(
     Components/MetricCard.qml
     Components/Pill.qml
     Components/RowFrame.qml
+    Components/ScrollPage.qml
     Components/ScrollThumb.qml
     Components/SearchField.qml
     Components/SectionHeading.qml

@@ -7,6 +7,8 @@ FocusScope {
 
     readonly property bool rail: width < 880
 
+    focus: true
+
     Rectangle {
         anchors.fill: parent
         color: Theme.bg
@@ -26,6 +28,8 @@ FocusScope {
     }
 
     PageHost {
+        focus: Store.hasOnboarded
+        narrow: root.rail
         visible: Store.hasOnboarded
         anchors {
             left: sidebar.right
@@ -33,11 +37,21 @@ FocusScope {
             top: parent.top
             bottom: parent.bottom
         }
+
+        ActionToast {
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 24
+            widest: Math.min(560, parent.width - 48)
+        }
     }
 
     Loader {
         active: !Store.hasOnboarded
+        focus: active
         anchors.fill: parent
         sourceComponent: OnboardingView {}
     }
+
+    WindowKeys { pages: sidebar.pages }
 }

@@ -2,30 +2,37 @@ import QtQuick
 import Varnet
 
 // Shows the page that the store names. A page lives as long as it is shown.
-Loader {
+FocusScope {
     id: root
 
+    required property bool narrow
     readonly property string page: Store.page
 
-    sourceComponent: {
-        switch (page) {
-        case "overview":
-            return overview;
-        case "servers":
-            return servers;
-        case "sources":
-        case "apps":
-        case "projects":
-            return groups;
-        default:
-            return null;
+    Loader {
+        anchors.fill: parent
+        focus: true
+        sourceComponent: {
+            switch (root.page) {
+            case "overview":
+                return overview;
+            case "servers":
+                return servers;
+            case "sources":
+            case "apps":
+            case "projects":
+                return groups;
+            default:
+                return null;
+            }
         }
     }
 
     Component {
         id: overview
 
-        OverviewView {}
+        OverviewView {
+            narrow: root.narrow
+        }
     }
     Component {
         id: groups

@@ -1,11 +1,33 @@
 # The main window: its frame and the activity pages.
-list(APPEND views_cpp)
+list(
+    APPEND
+    views_cpp
+    MainViews/CPUShares.cpp
+    MainViews/HeadlineBreak.cpp
+    MainViews/HeadlineLayout.cpp
+    MainViews/BlockNotice.h
+    MainViews/OverviewModel.cpp
+    MainViews/OverviewRows.cpp
+    MainViews/OverviewTexts.cpp
+    MainViews/SidebarModel.cpp
+    MainViews/TimelineModel.cpp)
 list(
     APPEND
     views_qml
+    MainViews/ActionToast.qml
     MainViews/AppSidebar.qml
+    MainViews/ContributorRow.qml
+    MainViews/FindingRow.qml
+    MainViews/FindingRules.qml
     MainViews/GroupListView.qml
+    MainViews/HeadlineText.qml
     MainViews/MainWindow.qml
+    MainViews/OverviewAttention.qml
+    MainViews/OverviewContributors.qml
+    MainViews/OverviewHero.qml
+    MainViews/OverviewMetrics.qml
+    MainViews/OverviewTimeline.qml
     MainViews/OverviewView.qml
     MainViews/PageHost.qml
-    MainViews/ServersView.qml)
+    MainViews/ServersView.qml
+    MainViews/WindowKeys.qml)

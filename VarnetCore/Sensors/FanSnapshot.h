@@ -40,6 +40,9 @@ struct FanSnapshot {
     bool spunUp = false;                ///< fans that had stood still have just proved to turn again
     std::optional<Date> measuredAt;     ///< empty unless available
 
+    /// Revolutions per minute of the fastest fan; empty unless available.
+    std::optional<double> fastest() const noexcept;
+
     friend bool operator==(const FanSnapshot&, const FanSnapshot&) = default;
 };
 
