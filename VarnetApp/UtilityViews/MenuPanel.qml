@@ -62,13 +62,13 @@ FocusScope {
                 height: 64
                 expression: panelModel.expression
             }
-            TitleText {
+            HeadlineText {
                 id: line
                 x: 76
                 width: parent.width - x
                 anchors.verticalCenter: parent.verticalCenter
-                text: Words.text(panelModel.headline)
-                wrapMode: Text.Wrap
+                compact: true
+                words: Words.text(panelModel.headline)
             }
         }
         Row {

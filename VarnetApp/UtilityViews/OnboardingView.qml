@@ -18,7 +18,7 @@ FocusScope {
     }
     GlowItem {
         anchors.fill: parent
-        center: Qt.point(Math.round(width / 2 - (root.low ? 160 : 0)), root.low ? 70 : 130)
+        center: Qt.point(Math.round(column.x + mascot.x + mascot.width / 2), Math.round(column.y + mascot.y + mascot.height * 0.58))
         cornerRadius: 0
         strength: Theme.dark ? 0.22 : 0.16
     }
@@ -33,14 +33,14 @@ FocusScope {
         Column {
             id: column
             x: Math.round((parent.width - width) / 2)
-            y: root.low ? 24 : 56
+            y: Math.max(20, Math.round((root.height - implicitHeight) * 0.42))
             width: Math.min(480, parent.width - 48)
             spacing: root.low ? 12 : 16
 
             Item {
                 id: hero
                 width: parent.width
-                height: root.low ? Math.max(96, words.implicitHeight) : 128 + 20 + words.implicitHeight + 12
+                height: root.low ? Math.max(96, words.implicitHeight) : 148 + words.implicitHeight + 14
 
                 MascotItem {
                     id: mascot
@@ -49,7 +49,7 @@ FocusScope {
                     y: root.low ? Math.round((hero.height - height) / 2) : 0
                     width: root.low ? 96 : 128
                     height: width
-                    expression: "focused"
+                    expression: "smug"
                 }
                 Column {
                     id: words
@@ -57,7 +57,7 @@ FocusScope {
                     x: root.low ? mascot.x + mascot.width + 20 : 0
                     y: root.low ? Math.round((hero.height - implicitHeight) / 2) : 148
                     width: root.low ? Math.min(hero.width - 116, Math.ceil(headline.implicitWidth)) : hero.width
-                    spacing: 2
+                    spacing: 4
 
                     DisplayText {
                         id: headline

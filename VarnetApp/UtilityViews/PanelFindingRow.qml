@@ -7,7 +7,7 @@ PanelRow {
 
     required property string key
     required property string title
-    required property string icon
+    required property string iconName
     required property string tone
 
     readonly property color tint: Theme[tone]
@@ -21,7 +21,7 @@ PanelRow {
 
         Icon {
             anchors.centerIn: parent
-            name: row.icon
+            name: row.iconName
             color: row.tint
         }
     }

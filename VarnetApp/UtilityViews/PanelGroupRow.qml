@@ -7,20 +7,20 @@ PanelRow {
 
     required property string key
     required property string name
-    required property string icon
+    required property string iconName
     required property string letter
     required property int tileKind
     required property string cpu
     required property string memory
-    required property string action
+    required property string inspectLabel
 
     text: name
-    help: Words.text(action)
+    help: Words.text(inspectLabel)
     leading: Tile {
         side: 24
         tone: Theme.tileTone(row.tileKind, row.name, Theme.dark)
         letter: row.letter
-        iconName: row.icon
+        iconName: row.iconName
     }
     trailing: [
         Figure {

@@ -39,6 +39,7 @@ PanelModel::Shown PanelModel::read() const {
         const QString version = context().actions.availableVersion();
         if (!version.isEmpty()) shown.update = "Version " + version + " available";
     }
+    shown.canCheckForUpdates = context().actions.checkForUpdates != nullptr;
     shown.headline = QString::fromStdString(roast.headline);
     const auto face = rawValue(FlameFace::state(roast.mood, roast.characterTopic));
     shown.expression = QString::fromUtf8(face.data(), static_cast<qsizetype>(face.size()));

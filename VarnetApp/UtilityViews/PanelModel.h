@@ -18,7 +18,7 @@ class PanelModel : public ViewModel {
     QML_ELEMENT
     /// "Version 1.4.0 available"; empty: there is no update.
     Q_PROPERTY(QString update READ update NOTIFY changed)
-    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates CONSTANT)
+    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY changed)
     Q_PROPERTY(QString headline READ headline NOTIFY changed)
     /// The mascot's face.
     Q_PROPERTY(QString expression READ expression NOTIFY changed)
@@ -38,7 +38,7 @@ public:
     using ViewModel::ViewModel;
 
     QString update() const { return shown_.update; }
-    bool canCheckForUpdates() const { return context().actions.checkForUpdates != nullptr; }
+    bool canCheckForUpdates() const { return shown_.canCheckForUpdates; }
     QString headline() const { return shown_.headline; }
     QString expression() const { return shown_.expression; }
     QString cpu() const { return shown_.cpu; }
@@ -70,6 +70,7 @@ protected:
 private:
     struct Shown {
         QString update;
+        bool canCheckForUpdates = false;
         QString headline;
         QString expression;
         QString cpu;

@@ -56,8 +56,7 @@ T.AbstractButton {
 
     HoverTip {
         text: row.help
-        wanted: row.hovered || row.visualFocus
-        atOnce: row.visualFocus
+        wanted: row.hovered
     }
 
     Keys.onReturnPressed: row.clicked()

@@ -1,31 +1,12 @@
 #include "VarnetApp/UtilityViews/PanelRows.h"
 
+#include "VarnetApp/Components/FindingMark.h"
 #include "VarnetApp/Components/Theme.h"
 #include "VarnetApp/Localization/Figures.h"
 
 namespace varnet {
 
 namespace {
-
-/// How a kind of finding looks; the tone is the name of one of Theme's.
-struct Mark {
-    const char* icon;
-    const char* tone;
-};
-
-Mark markOf(FindingKind kind) {
-    switch (kind) {
-    case FindingKind::highCPU:
-        return {"flame", "bad"};
-    case FindingKind::forgotten:
-        return {"moon", "warn"};
-    case FindingKind::duplicate:
-        return {"duplicate", "info"};
-    case FindingKind::restarted:
-        break;
-    }
-    return {"refresh", "warn"};
-}
 
 Theme::TileKind tileOf(GroupKind kind) {
     switch (kind) {
@@ -43,7 +24,7 @@ Theme::TileKind tileOf(GroupKind kind) {
 } // namespace
 
 std::vector<QByteArray> PanelFinding::roles() {
-    return {"key", "title", "icon", "tone"};
+    return {"key", "title", "iconName", "tone"};
 }
 
 QVariant PanelFinding::value(int role) const {
@@ -62,7 +43,7 @@ QVariant PanelFinding::value(int role) const {
 }
 
 std::vector<QByteArray> PanelGroup::roles() {
-    return {"key", "name", "icon", "letter", "tileKind", "cpu", "memory", "action"};
+    return {"key", "name", "iconName", "letter", "tileKind", "cpu", "memory", "inspectLabel"};
 }
 
 QVariant PanelGroup::value(int role) const {

@@ -78,13 +78,13 @@ SettingsModel::Shown SettingsModel::read() const {
     shown.login = store().launchAtLogin() || store().loginNeedsApproval();
     shown.fans = SettingsTexts::fans(fans, Figures(localization.locale()));
     shown.fansMeasured = fans.availability == FanAvailability::available && !fans.fans.empty();
-    if (!store().actions().empty()) {
+    shown.hasActions = !store().actions().empty();
+    shown.lastAction = "No actions in the last seven days.";
+    if (shown.hasActions) {
         const HistoryRecord& last = store().actions().front();
-        shown.lastAction =
-            QStringList{localization.text(QString::fromStdString(last.title)),
-                        localization.text(QString::fromStdString(last.detail)),
-                        SettingsTexts::moment(last.date, context().clock.now(), localization.locale())}
-                .join(" · ");
+        const QString when = SettingsTexts::moment(last.date, context().clock.now(), localization.locale());
+        shown.lastAction = localization.text(QString::fromStdString(last.title)) + " · " +
+                           localization.text(QString::fromStdString(last.detail)) + " · " + when;
     }
     shown.ignoredTitle = SettingsTexts::ignoredFindings(store().ignored().size());
     return shown;

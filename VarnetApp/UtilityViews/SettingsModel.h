@@ -24,7 +24,8 @@ class SettingsModel : public ViewModel {
     Q_PROPERTY(bool login READ login NOTIFY changed)
     Q_PROPERTY(QString fans READ fans NOTIFY changed)
     Q_PROPERTY(bool fansMeasured READ fansMeasured NOTIFY changed)
-    /// What was done last, in one line; empty: nothing.
+    Q_PROPERTY(bool hasActions READ hasActions NOTIFY changed)
+    /// What was done last, in one line.
     Q_PROPERTY(QString lastAction READ lastAction NOTIFY changed)
     Q_PROPERTY(QString ignoredTitle READ ignoredTitle NOTIFY changed)
     /// Newest first.
@@ -43,6 +44,7 @@ public:
     bool login() const { return shown_.login; }
     QString fans() const { return shown_.fans; }
     bool fansMeasured() const { return shown_.fansMeasured; }
+    bool hasActions() const { return shown_.hasActions; }
     QString lastAction() const { return shown_.lastAction; }
     QString ignoredTitle() const { return shown_.ignoredTitle; }
     QAbstractItemModel* actions() { return &actions_; }
@@ -63,6 +65,7 @@ private:
         bool login = false;
         QString fans;
         bool fansMeasured = false;
+        bool hasActions = false;
         QString lastAction;
         QString ignoredTitle;
 

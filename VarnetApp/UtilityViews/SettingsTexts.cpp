@@ -1,8 +1,9 @@
 #include "VarnetApp/UtilityViews/SettingsTexts.h"
 
+#include "VarnetApp/Localization/FanReading.h"
+
 #include <QDateTime>
 
-#include <algorithm>
 #include <cmath>
 
 namespace varnet::SettingsTexts {
@@ -29,18 +30,8 @@ QString ignoredFindings(std::size_t count) {
 }
 
 QString fans(const FanSnapshot& fans, const Figures& figures) {
-    switch (fans.availability) {
-    case FanAvailability::available:
-        if (fans.fans.empty()) return "No sensor reading";
-        return figures.speed(std::ranges::max_element(fans.fans, {}, &Fan::rpm)->rpm);
-    case FanAvailability::fanless:
-        return "Fanless";
-    case FanAvailability::stale:
-        return "Waiting for fresh readings";
-    case FanAvailability::unavailable:
-        break;
-    }
-    return "Sensor unavailable";
+    const FanReading reading = fanReading(fans, figures);
+    return reading.figure == Figures::unknown() ? reading.detail : reading.figure;
 }
 
 QString moment(Date date, Date now, const QLocale& locale) {

@@ -208,13 +208,13 @@ FocusScope {
                     id: recent
 
                     property bool expanded: false
-                    readonly property bool open: expanded && settings.lastAction.length > 0
+                    readonly property bool open: expanded && settings.hasActions
 
                     objectName: "recentActions"
                     width: parent.width
                     title: Words.text("Recent actions")
-                    note: recent.open ? "" : settings.lastAction
-                    pressable: settings.lastAction.length > 0
+                    note: recent.open ? "" : Words.text(settings.lastAction)
+                    pressable: settings.hasActions
                     pressIcon: recent.open ? "down" : "right"
                     separated: !recent.open
                     onClicked: recent.expanded = !recent.expanded
@@ -238,6 +238,7 @@ FocusScope {
                 SettingRow {
                     objectName: "ignored"
                     width: parent.width
+                    height: ignored.count > 0 ? 40 : 48
                     title: Words.text(settings.ignoredTitle)
                     separated: ignored.count === 0
                 }
@@ -254,6 +255,7 @@ FocusScope {
                         required property int index
 
                         width: groups.width
+                        height: 50
                         title: Words.text(name)
                         note: moment
                         separated: index === ignored.count - 1
