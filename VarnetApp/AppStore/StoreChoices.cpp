@@ -32,6 +32,10 @@ void VarnetStore::setPreviewOnboarded(bool onboarded) {
     emit settingsChanged();
 }
 
+void VarnetStore::setPreviewHistory(std::map<std::string, Date> ignored, std::vector<HistoryRecord> actions) {
+    if (isPreview_) mirrorArchive(std::move(ignored), std::move(actions), std::nullopt);
+}
+
 void VarnetStore::setAppearance(const QString& appearance) {
     if (appearance == settings_.appearance()) return;
     settings_.setAppearance(appearance);
@@ -44,6 +48,12 @@ void VarnetStore::setShowMenuCPU(bool shown) {
     settings_.setShowMenuCPU(shown);
     emit settingsChanged();
     emit menuChanged();
+}
+
+void VarnetStore::setAutomaticUpdateChecks(bool automatic) {
+    if (automatic == settings_.automaticUpdateChecks()) return;
+    settings_.setAutomaticUpdateChecks(automatic);
+    emit settingsChanged();
 }
 
 void VarnetStore::setNotifications(bool enabled) {
@@ -88,6 +98,10 @@ void VarnetStore::refreshLoginStatus() {
     launchAtLogin_ = status == LoginStatus::enabled;
     loginNeedsApproval_ = status == LoginStatus::requiresApproval;
     emit loginChanged();
+}
+
+void VarnetStore::resetCollection() {
+    if (collaborators_.resetCollection) collaborators_.resetCollection();
 }
 
 void VarnetStore::openFolderAccess() {

@@ -7,7 +7,7 @@
 #include "VarnetApp/AppStore/StoreSettings.h"
 #include "VarnetApp/Engine/MonitorEngine.h"
 #include "VarnetCore/Findings/RestartDetection.h"
-#include "VarnetCore/Flame/Roast.h"
+#include "VarnetCore/Flame/RoastEngine.h"
 
 #include <QObject>
 #include <QString>
@@ -52,6 +52,8 @@ struct StoreCollaborators {
     std::function<void(const StopPlan&, const std::vector<StopResult>&, bool forgotten)> stopped = {};
     /// Number of badges earned.
     std::function<std::size_t()> unlockedBadges = {};
+    /// Forgets all badges, records and summaries.
+    std::function<void()> resetCollection = {};
     /// Why the battery history is not kept; empty: it is.
     std::function<std::optional<std::string>()> batteryWarning = {};
 };
@@ -70,11 +72,15 @@ class VarnetStore : public QObject {
     Q_PROPERTY(QString actionMessage READ actionMessage WRITE setActionMessage NOTIFY actionMessageChanged)
     /// The action's outcome is what the user asked for, seen to be so.
     Q_PROPERTY(bool actionSucceeded READ actionSucceeded NOTIFY actionMessageChanged)
-    Q_PROPERTY(QString settingsMessage READ settingsMessage NOTIFY settingsMessageChanged)
+    Q_PROPERTY(
+        QString settingsMessage READ settingsMessage WRITE setSettingsMessage NOTIFY settingsMessageChanged)
     Q_PROPERTY(bool hasOnboarded READ hasOnboarded NOTIFY settingsChanged)
     Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY settingsChanged)
     Q_PROPERTY(bool showMenuCPU READ showMenuCPU WRITE setShowMenuCPU NOTIFY settingsChanged)
     Q_PROPERTY(bool notifications READ notifications NOTIFY settingsChanged)
+    Q_PROPERTY(bool automaticUpdateChecks READ automaticUpdateChecks WRITE setAutomaticUpdateChecks NOTIFY
+                   settingsChanged)
+    Q_PROPERTY(bool canResetCollection READ canResetCollection CONSTANT)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin NOTIFY loginChanged)
     Q_PROPERTY(bool loginNeedsApproval READ loginNeedsApproval NOTIFY loginChanged)
     Q_PROPERTY(QString loginError READ loginError NOTIFY loginChanged)
@@ -172,6 +178,8 @@ public:
     bool hasOnboarded() const { return settings_.hasOnboarded(); }
     /// Prepared data counts as onboarded unless the welcome itself is to be shown.
     void setPreviewOnboarded(bool onboarded);
+    /// What prepared data has of the past.
+    void setPreviewHistory(std::map<std::string, Date> ignored, std::vector<HistoryRecord> actions);
     Q_INVOKABLE void finishOnboarding(bool launchAtLogin);
     QString appearance() const { return settings_.appearance(); }
     void setAppearance(const QString& appearance);
@@ -179,6 +187,8 @@ public:
     void setShowMenuCPU(bool shown);
     bool notifications() const { return settings_.notifications(); }
     Q_INVOKABLE void setNotifications(bool enabled);
+    bool automaticUpdateChecks() const { return settings_.automaticUpdateChecks(); }
+    void setAutomaticUpdateChecks(bool automatic);
     bool launchAtLogin() const noexcept { return launchAtLogin_; }
     bool loginNeedsApproval() const noexcept { return loginNeedsApproval_; }
     QString loginError() const { return loginError_; }
@@ -186,6 +196,9 @@ public:
     Q_INVOKABLE void openLoginSettings();
     void refreshLoginStatus();
     Q_INVOKABLE void clearHistory();
+    /// Whether there is a collection of badges to reset.
+    bool canResetCollection() const { return collaborators_.resetCollection != nullptr; }
+    Q_INVOKABLE void resetCollection();
     /// Lets a project's folder be read from now on and after the next start.
     Q_INVOKABLE void grantProjectAccess(const QUrl& folder);
     const QStringList& folderAccess() const noexcept { return folderAccess_; }
@@ -195,6 +208,7 @@ public:
     void setActionMessage(const QString& message);
     bool actionSucceeded() const;
     QString settingsMessage() const { return settingsMessage_; }
+    void setSettingsMessage(const QString& message);
 
     bool visibleUI() const;
 
@@ -237,10 +251,11 @@ private:
     void notifyIfNeeded(const MonitorSnapshot& snapshot);
 
     void publish(std::shared_ptr<const MonitorSnapshot> snapshot);
+    void show(Roast roast);
+    void saveChoices();
     void updateRoast();
     void replaceFindings(std::vector<Finding> findings);
     void openFolderAccess();
-    void setSettingsMessage(const QString& message);
     void readBackIgnored();
     void clearFilter();
     void runOnEngine(std::function<void(MonitorEngine&)> work, std::function<void()> then = {});
@@ -263,6 +278,8 @@ private:
     StoreSettings settings_;
     std::shared_ptr<const MonitorSnapshot> snapshot_;
     std::shared_ptr<const MonitorSnapshot> latestSnapshot_;
+    RoastEngine roastEngine_;
+    RoastEngine::Choices savedChoices_; ///< as the archive holds them
     Roast roast_ = Roast::start();
     std::optional<Roast> frozenRoast_;
     bool showRoast_ = false;

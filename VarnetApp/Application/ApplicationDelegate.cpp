@@ -160,7 +160,13 @@ private:
              .visibleUI = [this] { return windows_.anyVisible(); },
          }}};
     DockFlame flame_{store_.settings()};
-    ViewContext context_{store_, localization_, clock_, &flame_, fileOpening_.get()};
+    ViewContext context_{
+        store_,
+        localization_,
+        clock_,
+        &flame_,
+        {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }},
+        fileOpening_.get()};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{

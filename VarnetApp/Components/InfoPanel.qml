@@ -9,6 +9,9 @@ T.Popup {
     required property string title
     default property alias body: column.data
 
+    property Item returnTo: null
+    property int returnReason: Qt.PopupFocusReason
+
     // Opens below the upper part of an item, or above it where the window ends too soon; a second time closes.
     function toggleAt(item: Item, below: int): void {
         if (opened && parent === item) {
@@ -29,6 +32,13 @@ T.Popup {
     implicitHeight: 16 + 24 + 8 + column.implicitHeight + 16
     margins: 8
     focus: true
+    onAboutToShow: {
+        returnTo = parent?.Window.activeFocusItem ?? null
+        returnReason = (returnTo as T.Control)?.focusReason ?? Qt.PopupFocusReason
+    }
+    // Unless the press that closed it has given the keyboard to something else.
+    onClosed: if (returnTo && !(parent?.Window.activeFocusItem as T.Control))
+                  returnTo.forceActiveFocus(returnReason)
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: Item {

@@ -1,7 +1,7 @@
 import QtQuick
 import Varnet
 
-// Good news in one line. It goes by itself after five seconds, but never from under the pointer or the focus.
+// News in a line, or two where it takes them. It goes by itself after five seconds, but never from under the pointer or the focus.
 // An alert that becomes visible is read out by screen readers.
 Rectangle {
     id: toast
@@ -18,7 +18,7 @@ Rectangle {
     signal dismissed
 
     width: Math.min(widest, Math.ceil(words.implicitWidth) + 42 + 40)
-    height: 44
+    height: Math.max(44, words.implicitHeight + 25)
     radius: Theme.radiusCard
     visible: shown
     color: Theme.raised
@@ -40,6 +40,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: toast.text
         font: Theme.bodyMedium
+        wrapMode: Text.Wrap
     }
     IconButton {
         id: close

@@ -2,6 +2,9 @@
 
 #include <QObject>
 #include <QQmlParserStatus>
+#include <QString>
+
+#include <functional>
 
 class QQmlEngine;
 
@@ -16,13 +19,25 @@ namespace platform {
 class FileOpening;
 }
 
+/// What views ask of the process and of its updater. An empty function: nobody is there to do it.
+struct ViewActions {
+    std::function<void()> quit = {};
+    std::function<void()> closePanel = {};
+    std::function<void()> checkForUpdates = {};
+    /// Opens the update that was found.
+    std::function<void()> openUpdate = {};
+    /// The version that can be updated to; empty: none.
+    std::function<QString()> availableVersion = {};
+};
+
 /// What views reach outside their own files. One lives as long as the application, or as a test; every engine
 /// that shows views is given it.
 struct ViewContext {
     VarnetStore& store;
     AppLocalization& localization;
     const Clock& clock;
-    DockFlame* dockFlame = nullptr;         ///< null: no flame to set up
+    DockFlame* dockFlame = nullptr; ///< null: no flame to set up
+    ViewActions actions = {};
     platform::FileOpening* files = nullptr; ///< null: nobody opens addresses and shows files
 
     /// Makes the context known to an engine before it loads anything.

@@ -13,7 +13,7 @@ class Figures {
 public:
     static QString unknown() { return QStringLiteral("—"); }
 
-    explicit Figures(QLocale locale) : locale_(std::move(locale)) {}
+    explicit Figures(const QLocale& locale) : locale_(locale) {}
 
     /// "46%"; half to even.
     QString wholePercent(std::optional<double> percent) const;

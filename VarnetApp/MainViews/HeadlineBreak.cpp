@@ -18,7 +18,7 @@ bool endsSentence(const QString& text, qsizetype place) {
 
 std::optional<QString> brokenHeadline(const QString& headline, double width,
                                       const std::function<double(const QString&)>& measure) {
-    const QString words = headline.simplified();
+    QString words = headline.simplified();
     if (measure(words) <= width) return words;
 
     std::optional<QString> sentences;

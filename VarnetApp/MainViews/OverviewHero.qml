@@ -18,7 +18,9 @@ Card {
     property bool compact: false
 
     readonly property int mascotSide: compact ? 84 : 128
-    readonly property int blockWidth: compact ? 112 : 104
+    // Longer words in another language widen it; readings that tick never do.
+    readonly property int blockWidth: Math.max(compact ? 112 : 104, Math.min(160, Math.ceil(
+        Math.max(cpuLine.implicitWidth, thermalLine.implicitWidth + 12))))
     readonly property int blockLeft: width - blockWidth - (compact ? 16 : 20)
 
     implicitHeight: compact ? 116 : 184
@@ -104,6 +106,7 @@ Card {
     }
 
     CaptionText {
+        id: cpuLine
         x: hero.blockLeft
         y: hero.compact ? 7 : 36
         width: hero.blockWidth

@@ -1,5 +1,6 @@
 #include "VarnetApp/MainViews/OverviewRows.h"
 
+#include "VarnetApp/Components/FindingMark.h"
 #include "VarnetApp/Localization/Figures.h"
 
 #include <array>
@@ -137,23 +138,6 @@ std::vector<QByteArray> AttentionEntry::roles() {
 }
 
 QVariant AttentionEntry::value(int role) const {
-    struct Mark {
-        const char* icon;
-        const char* tone;
-    };
-    const auto mark = [this]() -> Mark {
-        switch (kind) {
-        case FindingKind::highCPU:
-            return {"flame", "bad"};
-        case FindingKind::forgotten:
-            return {"moon", "warn"};
-        case FindingKind::duplicate:
-            return {"duplicate", "info"};
-        case FindingKind::restarted:
-            break;
-        }
-        return {"refresh", "warn"};
-    };
     switch (role) {
     case 0:
         return named(key);
@@ -162,9 +146,9 @@ QVariant AttentionEntry::value(int role) const {
     case 2:
         return named(explanation);
     case 3:
-        return mark().icon;
+        return markOf(kind).icon;
     case 4:
-        return mark().tone;
+        return markOf(kind).tone;
     default:
         return {};
     }

@@ -3,7 +3,6 @@
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Application/DockFlame.h"
 #include "VarnetApp/Components/Theme.h"
-#include "VarnetApp/Components/ViewContext.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 #include "probes/SystemProbes.h"
@@ -47,7 +46,7 @@ struct Stage {
                                                   .user = PreparedMachine::user,
                                                   .preview = picture.data(),
                                                   .collaborators = {}}),
-          flame(store.settings()), context{store, localization, clock, &flame} {}
+          flame(store.settings()), context{store, localization, clock, &flame, picture.actions} {}
 
     SystemProbes probes;
     StillClock clock;
@@ -90,20 +89,28 @@ QImage paint(const Picture& picture, Look look, double scale, const QString& lan
     QSize size = picture.size;
     root->setParentItem(window.contentItem());
     root->setWidth(size.width());
-    if (size.height() == 0) {
-        settle();
-        size.setHeight(static_cast<int>(std::ceil(root->implicitHeight())));
-    }
+    // Words that wrap know their height only once they know their width.
+    const auto fit = [&] {
+        for (int round = 0; picture.size.height() == 0 && round < 3; ++round) {
+            settle();
+            control.polishItems();
+            size.setHeight(static_cast<int>(std::ceil(root->implicitHeight())));
+            root->setSize(size);
+        }
+        root->setSize(size);
+        window.setGeometry(QRect(QPoint(), size));
+        window.contentItem()->setSize(size);
+    };
+    fit();
     if (size.isEmpty()) {
         qWarning("%s has no size of its own", qPrintable(picture.view));
         return {};
     }
-    root->setSize(size);
-    window.setGeometry(QRect(QPoint(), size));
-    window.contentItem()->setSize(size);
     root->forceActiveFocus();
     settle();
     if (picture.touch) picture.touch(*root);
+    settle();
+    fit();
     settle();
 
     QImage image(size * scale, QImage::Format_RGB32);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VarnetApp/Components/ViewContext.h"
+
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -25,6 +27,7 @@ struct Picture {
     /// The same, in the finished view.
     std::function<void(QQuickItem&)> touch = {};
     bool onboarded = true;
+    ViewActions actions = {};
 };
 
 enum class Look { dark, light };

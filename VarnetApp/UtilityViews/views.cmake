@@ -1,8 +1,30 @@
 # Beside the main window: the panel by the tray, the settings, the welcome.
-list(APPEND views_cpp)
+list(
+    APPEND
+    views_cpp
+    UtilityViews/PanelModel.cpp
+    UtilityViews/PanelOrder.cpp
+    UtilityViews/PanelRows.cpp
+    UtilityViews/SettingsModel.cpp
+    UtilityViews/SettingsRows.cpp
+    UtilityViews/SettingsTexts.cpp)
 list(
     APPEND
     views_qml
+    UtilityViews/ActionList.qml
+    UtilityViews/Confirmation.qml
+    UtilityViews/FolderChooser.qml
+    UtilityViews/LoginItemFeedback.qml
     UtilityViews/MenuPanel.qml
     UtilityViews/OnboardingView.qml
-    UtilityViews/SettingsView.qml)
+    UtilityViews/PanelFigure.qml
+    UtilityViews/PanelFindingRow.qml
+    UtilityViews/PanelFoot.qml
+    UtilityViews/PanelGroupRow.qml
+    UtilityViews/PanelHeading.qml
+    UtilityViews/PanelNotice.qml
+    UtilityViews/PanelRow.qml
+    UtilityViews/Promise.qml
+    UtilityViews/SettingsGroup.qml
+    UtilityViews/SettingsView.qml
+    UtilityViews/UpdateRow.qml)

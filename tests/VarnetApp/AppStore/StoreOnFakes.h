@@ -59,6 +59,8 @@ struct StoreOnFakes {
     AppLocalization localization{nullptr};
     bool visible = true;
     int thermal = 0;
+    int collectionResets = 0;
+    std::shared_ptr<const MonitorSnapshot> preview; ///< prepared data; null: the pretended machine
     std::unique_ptr<VarnetStore> store;
 
     StoreOnFakes() {
@@ -83,9 +85,10 @@ struct StoreOnFakes {
             .loginItem = &loginItem,
             .defaults = &defaults,
             .storage = folder.path(),
-            .preview = nullptr,
+            .preview = preview,
             .collaborators = {.thermalState = [this] { return thermal; },
-                              .visibleUI = [this] { return visible; }},
+                              .visibleUI = [this] { return visible; },
+                              .resetCollection = [this] { ++collectionResets; }},
         });
     }
 };

@@ -41,6 +41,7 @@ void ControlStage::TearDown() {
 void ControlStage::show(const QByteArray& body) {
     view_ = std::make_unique<QQuickView>();
     view_->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    prepare(*view_->engine());
     auto* const component = new QQmlComponent(view_->engine(), view_.get());
     component->setData("import QtQuick\nimport QtQuick.Templates as T\nimport Varnet\nItem {\n" + body +
                            "\n}",

@@ -17,6 +17,8 @@ protected:
 
     /// Shows `body` as the children of an Item; `Varnet`, `QtQuick` and the templates as `T` are imported.
     void show(const QByteArray& body);
+    /// Gives the engine what the shown views reach for.
+    virtual void prepare(QQmlEngine&) {}
     /// The item or popup with this objectName.
     QObject* object(const char* name) const;
     QQuickItem* item(const char* name) const;
@@ -28,7 +30,7 @@ protected:
     /// The objectName of what holds the keyboard.
     QString focused() const;
 
-    QQuickView& view() { return *view_; }
+    QQuickView& view() const { return *view_; }
 
 private:
     std::unique_ptr<QQuickView> view_;

@@ -1,0 +1,34 @@
+#include "tests/VarnetApp/UtilityViews/UtilityStage.h"
+
+namespace varnet::test {
+
+using OnboardingTests = UtilityStage;
+using platform::LoginItemStatus;
+
+TEST_F(OnboardingTests, returnAloneFinishesItWithWhatIsProposed) {
+    open("OnboardingView", {720, 520});
+    EXPECT_EQ(focusedName(), "Start using the app");
+    EXPECT_FALSE(store().hasOnboarded());
+    key(Qt::Key_Return);
+    EXPECT_TRUE(store().hasOnboarded());
+    EXPECT_EQ(fakes.loginItem.now, LoginItemStatus::enabled);
+    EXPECT_TRUE(store().automaticUpdateChecks());
+}
+
+TEST_F(OnboardingTests, whatIsSwitchedOffStaysOff) {
+    fakes.loginItem.now = LoginItemStatus::enabled;
+    open("OnboardingView", {1040, 720});
+    clickOn(knownItem(QAccessible::CheckBox, "Check for updates daily"));
+    focus(knownItem(QAccessible::CheckBox, "Launch at login"));
+    key(Qt::Key_Space);
+    EXPECT_EQ(fakes.loginItem.now, LoginItemStatus::enabled) << "nothing changes before the button";
+    clickOn(knownItem(QAccessible::Button, "Start using the app"));
+    EXPECT_EQ(fakes.loginItem.now, LoginItemStatus::notRegistered);
+    EXPECT_FALSE(store().automaticUpdateChecks());
+    fakes.defaults.sync();
+    renew();
+    EXPECT_TRUE(store().hasOnboarded());
+    EXPECT_FALSE(store().automaticUpdateChecks()) << "after the next start too";
+}
+
+} // namespace varnet::test
