@@ -5,6 +5,7 @@
 #include "VarnetApp/Engine/AppData.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Platform/Notifications.h"
+#include "VarnetCore/Flame/RoastLibrary.h"
 
 #include <algorithm>
 #include <utility>
@@ -24,6 +25,14 @@ std::filesystem::path storageRoot(const VarnetStore::Setup& setup) {
     if (!setup.preview) return AppData::root();
     std::error_code ignored;
     return std::filesystem::temp_directory_path(ignored) / "VarnetPreview";
+}
+
+/// Decks whose order is the same in every picture.
+RoastEngine::Choices preparedDecks() {
+    RoastEngine::Choices choices;
+    for (const auto& [bank, lines] : RoastLibrary::banks())
+        choices["deck-v2:" + bank + ":seed"] = 20;
+    return choices;
 }
 
 QString named(std::string_view text) {
@@ -53,6 +62,7 @@ VarnetStore::VarnetStore(Setup setup)
     latestSnapshot_ = setup.preview;
     snapshot_ = std::move(setup.preview);
     settings_.setHasOnboarded(true);
+    roastEngine_.setChoices(preparedDecks());
     updateRoast();
 }
 
