@@ -223,14 +223,13 @@ FocusScope {
                     width: parent.width
                     active: recent.open
                     visible: active
-                    sourceComponent: ActionList {
-                        objectName: "actionList"
-                        model: settings.actions
-
+                    sourceComponent: Column {
+                        ActionList {
+                            width: parent.width
+                            model: settings.actions
+                        }
                         Separator {
-                            parent: parent
                             x: 16
-                            y: parent.height - 1
                             width: parent.width - 32
                         }
                     }
