@@ -48,7 +48,8 @@ VarnetStore::VarnetStore(Setup setup)
       isPreview_(setup.preview != nullptr), engine_(std::make_unique<MonitorEngine>(MonitorEngine::Setup{
                                                 setup.probes, setup.clock, storageRoot(setup), {}})),
       settings_(isPreview_ ? nullptr : setup.defaults), snapshot_(emptySnapshot()),
-      latestSnapshot_(emptySnapshot()) {
+      latestSnapshot_(emptySnapshot()),
+      stopping_(*this, setup.user.value_or(setup.probes.userID()), setup.quitting) {
     filter_.locale = localization_.locale();
     connect(&localization_, &AppLocalization::languageChanged, this, [this] {
         filter_.locale = localization_.locale();
@@ -279,6 +280,16 @@ void VarnetStore::setAgentFilter(const QString& agent) {
 
 std::vector<const ApplicationGroup*> VarnetStore::filteredGroups() const {
     return filter_.apply(snapshot_->groups);
+}
+
+std::vector<const ApplicationGroup*> VarnetStore::groupsOfPage() const {
+    GroupFilter everything;
+    everything.page = page_;
+    return everything.apply(snapshot_->groups);
+}
+
+std::vector<const Service*> VarnetStore::filteredServices() const {
+    return ServiceFilter{filter_.search, filter_.sort, filter_.locale}.apply(snapshot_->services);
 }
 
 std::optional<std::size_t> VarnetStore::itemCount(Page page) const {

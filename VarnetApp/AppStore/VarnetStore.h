@@ -2,6 +2,8 @@
 
 #include "VarnetApp/AppStore/GroupFilter.h"
 #include "VarnetApp/AppStore/Page.h"
+#include "VarnetApp/AppStore/ServiceFilter.h"
+#include "VarnetApp/AppStore/StopOperations.h"
 #include "VarnetApp/AppStore/StoreSettings.h"
 #include "VarnetApp/Engine/MonitorEngine.h"
 #include "VarnetCore/Findings/RestartDetection.h"
@@ -27,6 +29,7 @@ class ApplicationCatalog;
 class SamplingLoop;
 
 namespace platform {
+class ApplicationQuitting;
 class LoginItem;
 class Notifications;
 } // namespace platform
@@ -45,6 +48,8 @@ struct StoreCollaborators {
     std::function<bool()> visibleUI = {};
     /// Kind of a group that the user looks into.
     std::function<void(GroupKind)> inspected = {};
+    /// A plan whose every process is gone: which, how each ended, and whether a finding called it forgotten.
+    std::function<void(const StopPlan&, const std::vector<StopResult>&, bool forgotten)> stopped = {};
     /// Number of badges earned.
     std::function<std::size_t()> unlockedBadges = {};
     /// Forgets all badges, records and summaries.
@@ -88,12 +93,15 @@ public:
         SerialQueue& engineQueue;
         SerialQueue& mainQueue;
         AppLocalization& localization;
-        ApplicationCatalog* catalog = nullptr;            ///< null: no applications are known
-        platform::Notifications* notifications = nullptr; ///< null: none can be delivered
-        platform::LoginItem* loginItem = nullptr;         ///< null: there is no such thing
-        QSettings* defaults = nullptr;                    ///< null: choices are not kept
-        std::filesystem::path storage;                    ///< empty: the data root
-        std::shared_ptr<const MonitorSnapshot> preview;   ///< prepared data instead of the live machine
+        ApplicationCatalog* catalog = nullptr;             ///< null: no applications are known
+        platform::Notifications* notifications = nullptr;  ///< null: none can be delivered
+        platform::LoginItem* loginItem = nullptr;          ///< null: there is no such thing
+        platform::ApplicationQuitting* quitting = nullptr; ///< null: no application can be quit
+        QSettings* defaults = nullptr;                     ///< null: choices are not kept
+        std::filesystem::path storage;                     ///< empty: the data root
+        /// Whose processes may be stopped; empty: those of whoever runs the program.
+        std::optional<std::uint32_t> user = {};
+        std::shared_ptr<const MonitorSnapshot> preview; ///< prepared data instead of the live machine
         StoreCollaborators collaborators;
     };
 
@@ -142,7 +150,16 @@ public:
     void setAgentFilter(const QString& agent);
     /// Pointers into the published snapshot.
     std::vector<const ApplicationGroup*> filteredGroups() const;
+    /// Those of the page, whoever started them and whatever is sought; in the snapshot's order.
+    std::vector<const ApplicationGroup*> groupsOfPage() const;
+    std::vector<const Service*> filteredServices() const;
     std::optional<std::size_t> itemCount(Page page) const;
+
+    // Stopping.
+    StopOperations& stopping() noexcept { return stopping_; }
+    const StopOperations& stopping() const noexcept { return stopping_; }
+    /// Services that were stopped lately, each seen to be gone.
+    const std::vector<StoppedService>& stoppedServices() const noexcept { return stoppedServices_; }
 
     // Looking into things.
     void inspect(const ApplicationGroup& group);
@@ -224,6 +241,7 @@ signals:
 
 private:
     friend class SamplingLoop;
+    friend class StopOperations;
 
     // The loop's steps on the main thread.
     void accept(std::shared_ptr<const MonitorSnapshot> snapshot);
@@ -284,6 +302,7 @@ private:
     bool loginNeedsApproval_ = false;
     QString loginError_;
     std::unique_ptr<SamplingLoop> loop_;
+    StopOperations stopping_;
 
     /// What posted work looks at before it touches the store.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);

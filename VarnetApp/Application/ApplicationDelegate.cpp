@@ -11,6 +11,7 @@
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Platform/Appearance.h"
 #include "VarnetApp/Platform/ApplicationCatalog.h"
+#include "VarnetApp/Platform/ApplicationQuitting.h"
 #include "VarnetApp/Platform/FileOpening.h"
 #include "VarnetApp/Platform/LoginItem.h"
 #include "VarnetApp/Platform/Notifications.h"
@@ -132,6 +133,7 @@ private:
     AppLocalization localization_{&defaults_};
 
     std::unique_ptr<ApplicationCatalog> catalog_ = makeApplicationCatalog(clock_);
+    std::unique_ptr<platform::ApplicationQuitting> quitting_ = platform::makeApplicationQuitting(*catalog_);
     std::unique_ptr<platform::Notifications> notifications_ = platform::makeNotifications();
     std::unique_ptr<platform::LoginItem> loginItem_ = platform::makeLoginItem();
     std::unique_ptr<platform::Appearance> appearance_ = platform::makeAppearance();
@@ -149,6 +151,7 @@ private:
          .catalog = catalog_.get(),
          .notifications = notifications_.get(),
          .loginItem = loginItem_.get(),
+         .quitting = quitting_.get(),
          .defaults = &defaults_,
          .storage = {},
          .preview = nullptr,
@@ -162,7 +165,8 @@ private:
         localization_,
         clock_,
         &flame_,
-        {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }}};
+        {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }},
+        fileOpening_.get()};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{

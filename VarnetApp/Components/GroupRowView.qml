@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Varnet
 
-// An application, a project or a process in a list. The row opens its details; it has a tick box and a stop
-// button of its own, which the keyboard reaches from the row that has the focus.
+// An application, a project, a process or a server in a list. The row opens its details; it has a tick box and
+// a stop button of its own, which the keyboard reaches from the row that has the focus.
 T.ItemDelegate {
     id: row
 
@@ -18,6 +18,12 @@ T.ItemDelegate {
     property string tileLetter: ""
     property string tileIcon: ""
     property string ports: ""
+    // Pills, each left out when it is empty: a state to warn of, a worktree, agents one a line.
+    property string stateText: ""
+    property string worktree: ""
+    property string agents: ""
+    // Where the pills go: at the right of the words, or below them in a line of their own.
+    property bool pillsBelow: false
     property bool ticked: false
     property bool open: false
     property bool tickable: true
@@ -26,30 +32,47 @@ T.ItemDelegate {
     required property string stopLabel
     property string stopHelp: stopLabel
     property string stopReason: ""
+    property string openLabel: subtitle
+    // The row is where the keyboard enters the list; its parts are reached from it.
+    property bool reachable: true
     property string preview: ""
+    // The two lines of words.
+    property int band: 52
+
+    readonly property bool hasPills: stateText.length + worktree.length + agents.length > 0
+    readonly property bool pillsAside: hasPills && !pillsBelow
 
     signal opened
     signal tickWanted(bool ticked)
     signal stopRequested
 
     implicitWidth: 456
-    implicitHeight: 52
+    implicitHeight: band + (hasPills && pillsBelow ? 20 : 0)
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: reachable ? Qt.StrongFocus : Qt.ClickFocus
     onClicked: row.opened()
 
     contentItem: Item {
+        id: content
+
+        readonly property int middle: Math.round(row.band / 2)
+        // Where the words end.
+        readonly property int wordsEnd: (row.pillsAside ? pills.x : figure.x) - 8
+
         Tick {
             x: 5
-            anchors.verticalCenter: parent.verticalCenter
+            y: Math.round(content.middle - height / 2)
             label: row.tickLabel
+            help: row.tickLabel
+            disabledReason: row.stopReason
             ticked: row.ticked
             enabled: row.tickable
+            focusPolicy: row.reachable ? Qt.StrongFocus : Qt.ClickFocus
             onWanted: (ticked) => row.tickWanted(ticked)
         }
         Tile {
             x: 40
-            anchors.verticalCenter: parent.verticalCenter
+            y: Math.round(content.middle - height / 2)
             tone: row.tileTone
             letter: row.tileLetter
             iconName: row.tileIcon
@@ -57,15 +80,15 @@ T.ItemDelegate {
         StrongText {
             id: name
             x: 84
-            y: 9
-            width: Math.max(0, Math.min(Math.ceil(implicitWidth), figure.x - x - 8
-                                        - (pill.visible ? pill.width + 6 : 0)))
+            y: content.middle - 17
+            width: Math.max(0, Math.min(Math.ceil(implicitWidth), content.wordsEnd - x
+                                        - (port.visible ? port.width + 6 : 0)))
             text: row.title
         }
         Pill {
-            id: pill
+            id: port
             x: name.x + name.width + 6
-            y: 10
+            y: content.middle - 16
             visible: row.ports.length > 0
             small: true
             kind: Pill.Port
@@ -73,14 +96,42 @@ T.ItemDelegate {
         }
         CaptionText {
             x: 84
-            y: 28
-            width: Math.max(0, figure.x - x - 8)
+            y: content.middle + 2
+            width: Math.max(0, content.wordsEnd - x)
             text: row.subtitle
+        }
+        Row {
+            id: pills
+            x: row.pillsBelow ? 84 : figure.x - 24 - width
+            y: row.pillsBelow ? row.band - 8 : Math.round(content.middle - height / 2)
+            height: 20
+            spacing: 4
+            visible: row.hasPills
+
+            Pill {
+                visible: row.stateText.length > 0
+                kind: Pill.Warn
+                text: row.stateText
+            }
+            Pill {
+                visible: row.worktree.length > 0
+                kind: Pill.Worktree
+                text: row.worktree
+            }
+            Repeater {
+                model: row.agents.length > 0 ? row.agents.split("\n") : []
+
+                Pill {
+                    required property string modelData
+                    kind: Pill.Agent
+                    text: modelData
+                }
+            }
         }
         Figure {
             id: figure
             x: parent.width - 116 - width
-            y: 13
+            y: content.middle - 13
             width: Math.max(64, implicitWidth)
             alignment: Figure.Right
             text: row.primary
@@ -89,14 +140,14 @@ T.ItemDelegate {
         }
         ValueBar {
             x: parent.width - 116 - 48
-            y: 35
+            y: content.middle + 9
             width: 48
             fraction: row.fraction
             tone: row.barTone
         }
         Figure {
             x: parent.width - 36 - width
-            anchors.verticalCenter: parent.verticalCenter
+            y: Math.round(content.middle - height / 2)
             width: Math.max(80, implicitWidth)
             alignment: Figure.Right
             text: row.secondary
@@ -105,12 +156,13 @@ T.ItemDelegate {
         }
         IconButton {
             x: parent.width - 4 - width
-            anchors.verticalCenter: parent.verticalCenter
+            y: Math.round(content.middle - height / 2)
             iconName: "stop"
             label: row.stopLabel
             help: row.stopHelp
             disabledReason: row.stopReason
             enabled: row.stoppable
+            focusPolicy: row.reachable ? Qt.StrongFocus : Qt.ClickFocus
             preview: row.preview === "hover" ? "hover" : ""
             onClicked: row.stopRequested()
         }
@@ -120,6 +172,7 @@ T.ItemDelegate {
         pressed: row.down || row.preview === "pressed"
         ticked: row.ticked
         open: row.open
+        band: row.band
         focused: row.visualFocus || row.preview === "focus"
     }
 
@@ -129,7 +182,7 @@ T.ItemDelegate {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: row.title + " " + row.primary
-    Accessible.description: row.subtitle
+    Accessible.description: row.openLabel
     Accessible.selectable: true
     Accessible.selected: row.open
     Accessible.onPressAction: if (row.enabled) row.clicked()

@@ -12,6 +12,8 @@ Item {
     property bool focused: false
     // Where the line below it begins.
     property int separatorInset: 84
+    // What the mark of an open row is centred on.
+    property double band: height
 
     Separator {
         x: frame.open || frame.ticked ? 0 : frame.separatorInset
@@ -32,7 +34,7 @@ Item {
     }
     Rectangle {
         visible: frame.open
-        y: Math.round((frame.height - height) / 2)
+        y: Math.round((frame.band - height) / 2)
         width: 3
         height: 20
         color: Theme.accent

@@ -28,7 +28,7 @@ T.TextField {
 
     Label {
         x: control.leftPadding
-        width: Math.max(0, control.width - control.leftPadding - 8)
+        width: Math.max(0, control.width - control.leftPadding - 6)
         anchors.verticalCenter: parent.verticalCenter
         visible: control.length === 0 && control.preeditText.length === 0
         text: control.placeholderText

@@ -10,6 +10,7 @@ T.CheckBox {
     required property string label
     property bool ticked: false
     property bool partial: false
+    property string help: ""
     property string disabledReason: ""
     property string preview: ""
 
@@ -61,8 +62,8 @@ T.CheckBox {
         enabled: !control.enabled
     }
     HoverTip {
-        text: control.enabled ? "" : control.disabledReason
-        wanted: pointer.hovered
+        text: control.enabled ? control.help : control.disabledReason
+        wanted: control.hovered || pointer.hovered
     }
 
     Keys.onReturnPressed: control.clicked()
@@ -70,7 +71,7 @@ T.CheckBox {
 
     Accessible.role: Accessible.CheckBox
     Accessible.name: control.label
-    Accessible.description: enabled ? "" : disabledReason
+    Accessible.description: enabled ? help : disabledReason
     Accessible.checkable: true
     Accessible.checked: control.ticked
     Accessible.checkStateMixed: control.partial && !control.ticked

@@ -15,6 +15,10 @@ class Clock;
 class DockFlame;
 class VarnetStore;
 
+namespace platform {
+class FileOpening;
+}
+
 /// What views ask of the process and of its updater. An empty function: nobody is there to do it.
 struct ViewActions {
     std::function<void()> quit = {};
@@ -34,6 +38,7 @@ struct ViewContext {
     const Clock& clock;
     DockFlame* dockFlame = nullptr; ///< null: no flame to set up
     ViewActions actions = {};
+    platform::FileOpening* files = nullptr; ///< null: nobody opens addresses and shows files
 
     /// Makes the context known to an engine before it loads anything.
     void give(QQmlEngine& engine);

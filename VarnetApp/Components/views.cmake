@@ -52,6 +52,7 @@ list(
     Components/MenuButton.qml
     Components/MenuRow.qml
     Components/MetricCard.qml
+    Components/PageHead.qml
     Components/Pill.qml
     Components/RowFrame.qml
     Components/ScrollPage.qml

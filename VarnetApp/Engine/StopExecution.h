@@ -11,9 +11,6 @@
 
 namespace varnet {
 
-/// Whether a stop asks or insists. Nothing ever goes from one to the other by itself.
-enum class StopForce { polite, forced };
-
 /// One reviewed plan being carried out: signals sent once at the start, then watched until every process is
 /// seen to be gone or time is up. A step machine: somebody else waits between two looks.
 class StopExecution {

@@ -1,5 +1,8 @@
 import QtQuick
 import Varnet
 
-Item {
+// All sources, apps or projects, whichever page is open.
+ActivityPage {
+    model: GroupListModel {}
+    band: 52
 }

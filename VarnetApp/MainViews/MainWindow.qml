@@ -54,6 +54,7 @@ FocusScope {
     }
 
     RoastSheet { model: RoastSheetModel {} }
+    ActionSheets {}
 
     WindowKeys { pages: sidebar.pages }
 }

@@ -37,12 +37,16 @@ FocusScope {
     Component {
         id: groups
 
-        GroupListView {}
+        GroupListView {
+            narrow: root.narrow
+        }
     }
     Component {
         id: servers
 
-        ServersView {}
+        ServersView {
+            narrow: root.narrow
+        }
     }
     Component {
         id: later

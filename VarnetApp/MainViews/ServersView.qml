@@ -1,5 +1,9 @@
 import QtQuick
 import Varnet
 
-Item {
+// The development servers that run.
+ActivityPage {
+    model: ServerListModel {}
+    band: 60
+    growsForPills: true
 }

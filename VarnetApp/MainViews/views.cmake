@@ -2,26 +2,36 @@
 list(
     APPEND
     views_cpp
+    MainViews/ActivityListModel.cpp
+    MainViews/ActivityRow.cpp
     MainViews/CPUShares.cpp
+    MainViews/GroupListModel.cpp
     MainViews/HeadlineBreak.cpp
     MainViews/HeadlineLayout.cpp
     MainViews/BlockNotice.h
+    MainViews/ListTexts.cpp
     MainViews/OverviewModel.cpp
     MainViews/OverviewRows.cpp
     MainViews/OverviewTexts.cpp
     MainViews/RoastSheetModel.cpp
+    MainViews/RowTile.cpp
+    MainViews/ServerListModel.cpp
     MainViews/SidebarModel.cpp
     MainViews/TimelineModel.cpp)
 list(
     APPEND
     views_qml
     MainViews/ActionToast.qml
+    MainViews/ActivityList.qml
+    MainViews/ActivityPage.qml
     MainViews/AppSidebar.qml
     MainViews/ContributorRow.qml
     MainViews/FindingRow.qml
     MainViews/FindingRules.qml
     MainViews/GroupListView.qml
     MainViews/HeadlineText.qml
+    MainViews/ListHeads.qml
+    MainViews/ListTools.qml
     MainViews/MainWindow.qml
     MainViews/OverviewAttention.qml
     MainViews/OverviewContributors.qml

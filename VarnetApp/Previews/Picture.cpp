@@ -43,6 +43,7 @@ struct Stage {
                                                   .mainQueue = queue,
                                                   .localization = localization,
                                                   .storage = {},
+                                                  .user = PreparedMachine::user,
                                                   .preview = picture.data(),
                                                   .collaborators = {}}),
           flame(store.settings()), context{store, localization, clock, &flame, picture.actions} {}

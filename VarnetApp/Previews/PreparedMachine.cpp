@@ -14,7 +14,7 @@ namespace varnet {
 namespace {
 
 constexpr int cores = 8;
-constexpr std::uint32_t user = 1000;
+using PreparedMachine::user;
 constexpr std::uint64_t boot = 1'790'000'000;
 constexpr double minute = 60;
 constexpr double hour = 3600;

@@ -3,11 +3,15 @@
 #include "VarnetCore/Base/Date.h"
 #include "VarnetCore/Monitoring/MonitorSnapshot.h"
 
+#include <cstdint>
 #include <memory>
 
 /// A developer's machine on an ordinary afternoon, made up: what pictures of the views show. Every group,
 /// server and finding in it comes out of the same logic that a live machine goes through.
 namespace varnet::PreparedMachine {
+
+/// Whose machine it is.
+inline constexpr std::uint32_t user = 1000;
 
 /// The moment that the pictures show.
 Date now() noexcept;

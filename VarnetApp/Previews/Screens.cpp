@@ -1,6 +1,7 @@
 #include "VarnetApp/Previews/Screens.h"
 
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 
 #include <QMetaObject>
@@ -9,6 +10,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 
 namespace varnet {
 
@@ -48,10 +50,6 @@ void sayMuch(QQuickItem& root) {
     hero->setProperty("expression", "sleepy");
 }
 constexpr QSize panel{340, 0};
-
-std::function<void(VarnetStore&)> onPage(Page page) {
-    return [page](VarnetStore& store) { store.setPage(page); };
-}
 
 HistoryRecord action(double ago, const char* title, const char* detail) {
     return {Uuid::random(), PreparedMachine::now() - ago, title, detail};
@@ -121,7 +119,7 @@ std::shared_ptr<const MonitorSnapshot> tooManyFindings() {
 
 std::vector<Picture> screens() {
     using namespace PreparedMachine;
-    return {
+    std::vector<Picture> pictures{
         {"overview", "MainWindow", window, busy},
         {"overview-small", "MainWindow", smallWindow, busy},
         {"overview-findings", "MainWindow", window, manyFindings},
@@ -140,11 +138,7 @@ std::vector<Picture> screens() {
         {"overview-toast", "MainWindow", window, calm,
          [](VarnetStore& store) { store.setActionMessage("Django has left the building."); }},
         {"report", "MainWindow", window, busy, [](VarnetStore& store) { store.presentRoast(); }},
-        {"storage", "MainWindow", window, busy, onPage(Page::storage)},
-        {"sources", "MainWindow", window, busy, onPage(Page::sources)},
-        {"apps", "MainWindow", window, busy, onPage(Page::apps)},
-        {"projects", "MainWindow", window, busy, onPage(Page::projects)},
-        {"servers", "MainWindow", window, busy, onPage(Page::servers)},
+        {"storage", "MainWindow", window, busy, [](VarnetStore& store) { store.setPage(Page::storage); }},
         {.name = "onboarding", .view = "MainWindow", .size = window, .data = gathering, .onboarded = false},
         {.name = "onboarding-small",
          .view = "MainWindow",
@@ -171,6 +165,9 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
+    for (Picture& picture : listScreens())
+        pictures.push_back(std::move(picture));
+    return pictures;
 }
 
 } // namespace varnet

@@ -89,6 +89,9 @@ enum class StopPlanningError {
     changed,          ///< no longer what the user reviewed
 };
 
+/// Whether a stop asks or insists. Nothing ever goes from one to the other by itself.
+enum class StopForce { polite, forced };
+
 /// What became of a target.
 enum class StopOutcome { stopped, alreadyStopped, stillRunning, identityChanged, denied, failed };
 

@@ -1,5 +1,6 @@
 #include "VarnetCore/Findings/StopUnavailableReason.h"
 
+#include "VarnetCore/Findings/GroupServices.h"
 #include "VarnetCore/Monitoring/Detector.h"
 
 #include <algorithm>
@@ -10,11 +11,6 @@ namespace {
 
 constexpr std::string_view thisProgram = "This is Varnet. To quit it, use Quit in the app menu.";
 constexpr std::string_view systemProcess = "System process. macOS needs it, so it can’t be stopped here.";
-
-bool inProjectOf(const Service& service, const ApplicationGroup& group) noexcept {
-    const auto& project = service.project();
-    return project && group.project ? project->root == group.project->root : !project && !group.project;
-}
 
 } // namespace
 
@@ -40,8 +36,7 @@ std::string stopUnavailableReason(const ApplicationGroup& group, std::span<const
     case GroupKind::system:
         return std::string(systemProcess);
     case GroupKind::project:
-        return std::ranges::any_of(services,
-                                   [&](const Service& service) { return inProjectOf(service, group); })
+        return std::ranges::any_of(services, [&](const Service& service) { return worksIn(service, group); })
                    ? "This project’s servers belong to protected processes. Stop them from the app that "
                      "started them."
                    : "No running servers to stop in this project. Editors and AI agents stay open.";

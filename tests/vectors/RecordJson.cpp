@@ -4,6 +4,7 @@
 #include <array>
 #include <initializer_list>
 #include <string_view>
+#include <variant>
 
 namespace varnet::vectors {
 namespace {
@@ -183,6 +184,21 @@ Finding readFinding(const Json& json) {
     return finding;
 }
 
+BatchStopRequest readRequest(const Json& json) {
+    const std::string kind = readText(json, "case");
+    const ProcessIdentity identity = readIdentity(at(json, "identity"));
+    if (kind == "process") return {BatchStopRequest::Process{identity}};
+    if (kind != "application") throw std::runtime_error("unknown case " + kind);
+    return {BatchStopRequest::Application{readApplication(at(json, "application")), identity}};
+}
+
+std::vector<BatchStopRequest> readRequests(const Json& list) {
+    std::vector<BatchStopRequest> requests;
+    for (const Json& json : list)
+        requests.push_back(readRequest(json));
+    return requests;
+}
+
 namespace {
 
 FanLevel readLevel(const Json& json) {
@@ -264,6 +280,23 @@ Json written(const ApplicationDescriptor& application) {
               {"pid", application.pid}};
     if (application.processStart) json["processStart"] = *application.processStart;
     return json;
+}
+
+Json written(const BatchStopRequest& request) {
+    if (const auto* process = std::get_if<BatchStopRequest::Process>(&request.item)) {
+        return {{"case", "process"}, {"identity", written(process->identity)}};
+    }
+    const auto& application = std::get<BatchStopRequest::Application>(request.item);
+    return {{"case", "application"},
+            {"application", written(application.application)},
+            {"identity", written(application.identity)}};
+}
+
+Json written(const std::vector<BatchStopRequest>& requests) {
+    Json list = Json::array();
+    for (const BatchStopRequest& request : requests)
+        list.push_back(written(request));
+    return list;
 }
 
 Json written(const Finding& finding) {

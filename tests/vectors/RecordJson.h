@@ -2,6 +2,7 @@
 
 #include "VarnetCore/Base/Date.h"
 #include "VarnetCore/Findings/Finding.h"
+#include "VarnetCore/Findings/StopPlan.h"
 #include "VarnetCore/Monitoring/ApplicationDescriptor.h"
 #include "VarnetCore/Monitoring/ApplicationGroup.h"
 #include "VarnetCore/Monitoring/Attribution.h"
@@ -60,6 +61,8 @@ std::vector<ApplicationGroup> readGroups(const Json& list, const Json& pool = {}
 Service readService(const Json& json, const Json& pool = {});
 std::vector<Service> readServices(const Json& list, const Json& pool = {});
 Finding readFinding(const Json& json);
+BatchStopRequest readRequest(const Json& json);
+std::vector<BatchStopRequest> readRequests(const Json& list);
 /// The level as its number or by name.
 FanSnapshot readFans(const Json& json);
 MonitorSnapshot readSnapshot(const Json& json, const Json& pool = {});
@@ -69,6 +72,8 @@ Json written(const Attribution& attribution);
 Json written(const Project& project);
 Json written(const ApplicationDescriptor& application);
 Json written(const Finding& finding);
+Json written(const BatchStopRequest& request);
+Json written(const std::vector<BatchStopRequest>& requests);
 
 /// What an optional or a pointer holds; null when it is empty.
 template <typename Holder>

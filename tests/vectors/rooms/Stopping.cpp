@@ -28,14 +28,6 @@ const Json& poolOf(const Json& input) {
     return at(at(input, "snapshot"), "processes");
 }
 
-BatchStopRequest readRequest(const Json& json) {
-    const std::string kind = readText(json, "case");
-    const ProcessIdentity identity = readIdentity(at(json, "identity"));
-    if (kind == "process") return {BatchStopRequest::Process{identity}};
-    if (kind != "application") throw std::runtime_error("unknown case " + kind);
-    return {BatchStopRequest::Application{readApplication(at(json, "application")), identity}};
-}
-
 const char* nameOf(StopPlanningError error) {
     switch (error) {
     case StopPlanningError::unavailable:
@@ -107,10 +99,8 @@ Json planForService(const Json& input) {
 }
 
 Json planForBatch(const Json& input) {
-    std::vector<BatchStopRequest> requests;
-    for (const Json& json : at(input, "requests"))
-        requests.push_back(readRequest(json));
-    return written(BatchStopPlanner::make(requests, snapshotOf(input), uidOf(input), selfPIDOf(input)));
+    return written(BatchStopPlanner::make(readRequests(at(input, "requests")), snapshotOf(input),
+                                          uidOf(input), selfPIDOf(input)));
 }
 
 Json reasonForProcess(const Json& input) {

@@ -1,0 +1,21 @@
+# Selecting in lists, and the sheets in which a stop is reviewed.
+list(
+    APPEND
+    views_cpp
+    BatchActions/BatchStopSheetModel.cpp
+    BatchActions/ListSelection.cpp
+    BatchActions/QuitDialogModel.cpp
+    BatchActions/SheetRow.cpp
+    BatchActions/StopSheetModel.cpp)
+list(
+    APPEND
+    views_qml
+    BatchActions/ActionSheets.qml
+    BatchActions/BatchStopSheet.qml
+    BatchActions/QuitDialog.qml
+    BatchActions/SheetExplanation.qml
+    BatchActions/SheetIntroduction.qml
+    BatchActions/SheetLine.qml
+    BatchActions/SheetList.qml
+    BatchActions/StopSelectionControls.qml
+    BatchActions/StopSheet.qml)
