@@ -5,6 +5,7 @@
 #include "VarnetApp/Engine/AppData.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Platform/Notifications.h"
+#include "VarnetCore/Flame/RoastLibrary.h"
 
 #include <algorithm>
 #include <utility>
@@ -24,6 +25,14 @@ std::filesystem::path storageRoot(const VarnetStore::Setup& setup) {
     if (!setup.preview) return AppData::root();
     std::error_code ignored;
     return std::filesystem::temp_directory_path(ignored) / "VarnetPreview";
+}
+
+/// Decks whose order is the same in every picture.
+RoastEngine::Choices preparedDecks() {
+    RoastEngine::Choices choices;
+    for (const auto& [bank, lines] : RoastLibrary::banks())
+        choices["deck-v2:" + bank + ":seed"] = 20;
+    return choices;
 }
 
 QString named(std::string_view text) {
@@ -53,6 +62,7 @@ VarnetStore::VarnetStore(Setup setup)
     latestSnapshot_ = setup.preview;
     snapshot_ = std::move(setup.preview);
     settings_.setHasOnboarded(true);
+    roastEngine_.setChoices(preparedDecks());
     updateRoast();
 }
 
@@ -63,6 +73,9 @@ void VarnetStore::start() {
     emit appearanceChanged();
     openFolderAccess();
     refreshLoginStatus();
+    // Nothing runs on the engine's queue yet.
+    savedChoices_ = engine_->archive().roastChoices;
+    roastEngine_.setChoices(savedChoices_);
     loop_ = std::make_unique<SamplingLoop>(*this);
     loop_->start();
 }
@@ -90,6 +103,8 @@ void VarnetStore::accept(std::shared_ptr<const MonitorSnapshot> snapshot) {
     if (collaborators_.observeCollection) collaborators_.observeCollection(latest);
     if (collaborators_.observeCloud && !isPreview_) collaborators_.observeCloud(latest);
     if (collaborators_.updateFlame) collaborators_.updateFlame(latest);
+    Roast roast = roastEngine_.make(latest, visibleUI() ? Rotation::allowed : Rotation::held);
+    saveChoices();
 
     const std::optional<double> cpu = latest.error ? std::nullopt : latest.systemCPU;
     const bool menuMoved = cpu != menuCPU_ || latest.findings.size() != menuFindingCount_;
@@ -100,6 +115,20 @@ void VarnetStore::accept(std::shared_ptr<const MonitorSnapshot> snapshot) {
     if (!visibleUI()) return;
     if (latest.date == snapshot_->date && latest.error == snapshot_->error) return;
     publish(latestSnapshot_);
+    show(std::move(roast));
+}
+
+/// A deck that has moved on is kept, so that no line comes back after a restart.
+void VarnetStore::saveChoices() {
+    if (roastEngine_.choices() == savedChoices_) return;
+    savedChoices_ = roastEngine_.choices();
+    runOnEngine([choices = savedChoices_](MonitorEngine& engine) { engine.setRoastChoices(choices); });
+}
+
+void VarnetStore::show(Roast roast) {
+    if (roast == roast_) return;
+    roast_ = std::move(roast);
+    emit roastChanged();
 }
 
 void VarnetStore::publish(std::shared_ptr<const MonitorSnapshot> snapshot) {
@@ -160,7 +189,8 @@ void VarnetStore::showSettings() {
 }
 
 void VarnetStore::updateRoast() {
-    emit roastChanged();
+    const bool readable = visibleUI() || isPreview_;
+    show(roastEngine_.make(*snapshot_, readable ? Rotation::allowed : Rotation::held));
 }
 
 void VarnetStore::presentRoast() {
@@ -311,6 +341,8 @@ void VarnetStore::clearHistory() {
         [this, warning] {
             ignored_.clear();
             actions_.clear();
+            roastEngine_.setChoices({});
+            savedChoices_.clear();
             emit historyChanged();
             setSettingsMessage(*warning ? QString::fromStdString(**warning)
                                         : "Local history cleared. Live monitoring continues.");

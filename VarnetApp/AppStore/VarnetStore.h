@@ -5,7 +5,7 @@
 #include "VarnetApp/AppStore/StoreSettings.h"
 #include "VarnetApp/Engine/MonitorEngine.h"
 #include "VarnetCore/Findings/RestartDetection.h"
-#include "VarnetCore/Flame/Roast.h"
+#include "VarnetCore/Flame/RoastEngine.h"
 
 #include <QObject>
 #include <QString>
@@ -233,6 +233,8 @@ private:
     void notifyIfNeeded(const MonitorSnapshot& snapshot);
 
     void publish(std::shared_ptr<const MonitorSnapshot> snapshot);
+    void show(Roast roast);
+    void saveChoices();
     void updateRoast();
     void replaceFindings(std::vector<Finding> findings);
     void openFolderAccess();
@@ -258,6 +260,8 @@ private:
     StoreSettings settings_;
     std::shared_ptr<const MonitorSnapshot> snapshot_;
     std::shared_ptr<const MonitorSnapshot> latestSnapshot_;
+    RoastEngine roastEngine_;
+    RoastEngine::Choices savedChoices_; ///< as the archive holds them
     Roast roast_ = Roast::start();
     std::optional<Roast> frozenRoast_;
     bool showRoast_ = false;

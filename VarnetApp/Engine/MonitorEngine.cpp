@@ -400,6 +400,12 @@ void MonitorEngine::addAction(HistoryRecord action) {
     saveArchive();
 }
 
+void MonitorEngine::setRoastChoices(std::map<std::string, std::int64_t> choices) {
+    if (choices == archive_.roastChoices) return;
+    archive_.roastChoices = std::move(choices);
+    saveArchive();
+}
+
 void MonitorEngine::execute(StopPlan plan, StopForce force, SerialQueue& queue,
                             const StopCompletion& completion) {
     auto execution = std::make_shared<StopExecution>(std::move(plan), force, boot_);

@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -84,6 +85,8 @@ public:
     void unignore(const std::string& findingID);
     /// Puts an action of the user at the front of the history, and saves.
     void addAction(HistoryRecord action);
+    /// Keeps the state of the flame's decks of lines, and saves when it differs.
+    void setRoastChoices(std::map<std::string, std::int64_t> choices);
 
     /// Forgets which folders belong to which project: one of them can be read from now on.
     void invalidateProjects() noexcept { resolver_.invalidate(); }

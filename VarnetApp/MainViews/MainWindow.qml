@@ -53,5 +53,7 @@ FocusScope {
         sourceComponent: OnboardingView {}
     }
 
+    RoastSheet { model: RoastSheetModel {} }
+
     WindowKeys { pages: sidebar.pages }
 }

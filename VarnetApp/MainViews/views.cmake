@@ -9,6 +9,7 @@ list(
     MainViews/OverviewModel.cpp
     MainViews/OverviewRows.cpp
     MainViews/OverviewTexts.cpp
+    MainViews/RoastSheetModel.cpp
     MainViews/SidebarModel.cpp
     MainViews/TimelineModel.cpp)
 list(
@@ -29,5 +30,6 @@ list(
     MainViews/OverviewTimeline.qml
     MainViews/OverviewView.qml
     MainViews/PageHost.qml
+    MainViews/RoastSheet.qml
     MainViews/ServersView.qml
     MainViews/WindowKeys.qml)

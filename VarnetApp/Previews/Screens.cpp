@@ -139,6 +139,8 @@ std::vector<Picture> screens() {
         {"overview-error-small", "MainWindow", smallWindow, failing},
         {"overview-toast", "MainWindow", window, calm,
          [](VarnetStore& store) { store.setActionMessage("Django has left the building."); }},
+        {"report", "MainWindow", window, busy, [](VarnetStore& store) { store.presentRoast(); }},
+        {"storage", "MainWindow", window, busy, onPage(Page::storage)},
         {"sources", "MainWindow", window, busy, onPage(Page::sources)},
         {"apps", "MainWindow", window, busy, onPage(Page::apps)},
         {"projects", "MainWindow", window, busy, onPage(Page::projects)},

@@ -34,13 +34,6 @@ bool hasKnownShare(const FanSnapshot& fans) noexcept {
     return std::ranges::any_of(fans.fans, [](const Fan& fan) { return fan.ratio().has_value(); });
 }
 
-bool fansCount(const MonitorSnapshot& snapshot) noexcept {
-    const FanSnapshot& fans = snapshot.fans;
-    if (fans.availability != FanAvailability::available || !fans.measuredAt) return false;
-    const double age = snapshot.date - *fans.measuredAt;
-    return age >= 0 && age <= freshFanReading && hasKnownShare(fans);
-}
-
 } // namespace
 
 std::string_view rawValue(DockFlameState state) noexcept {
@@ -53,6 +46,13 @@ int severity(DockFlameState state) noexcept {
 
 FlameExpression expression(DockFlameState state) noexcept {
     return factOf(state).expression;
+}
+
+bool fansCount(const MonitorSnapshot& snapshot) noexcept {
+    const FanSnapshot& fans = snapshot.fans;
+    if (fans.availability != FanAvailability::available || !fans.measuredAt) return false;
+    const double age = snapshot.date - *fans.measuredAt;
+    return age >= 0 && age <= freshFanReading && hasKnownShare(fans);
 }
 
 DockFlameState measuredFlameState(const MonitorSnapshot& snapshot) noexcept {

@@ -27,6 +27,9 @@ inline constexpr double focusStays = 25;
 /// A fan reading older than this, in seconds, or from the future, says nothing.
 inline constexpr double freshFanReading = 15;
 
+/// Whether the fans' level says anything: a fresh reading with a known top speed.
+bool fansCount(const MonitorSnapshot& snapshot) noexcept;
+
 /// The state that one snapshot stands for by itself.
 DockFlameState measuredFlameState(const MonitorSnapshot& snapshot) noexcept;
 

@@ -102,6 +102,29 @@ TEST(SamplingLoop, aThermalStateBeyondTheScaleCountsAsNominal) {
     EXPECT_EQ(fakes.store->snapshot().thermal, Thermal::nominal);
 }
 
+TEST(SamplingLoop, theFlameSpeaksAndItsDecksOutliveTheRun) {
+    StoreOnFakes fakes;
+    fakes.store->start();
+    fakes.queue.advance(5);
+    const Roast first = fakes.store->roast();
+    EXPECT_NE(first.id, "initial");
+    EXPECT_FALSE(first.headline.empty());
+    // A second run draws the deck's next line.
+    fakes.open();
+    fakes.store->start();
+    fakes.queue.advance(5);
+    EXPECT_EQ(fakes.store->roast().topic, first.topic);
+    EXPECT_NE(fakes.store->roast().headline, first.headline);
+}
+
+TEST(SamplingLoop, aLineMadeWhileNobodyLooksIsDropped) {
+    StoreOnFakes fakes;
+    fakes.visible = false;
+    fakes.store->start();
+    fakes.queue.advance(5);
+    EXPECT_EQ(fakes.store->roast(), Roast::start());
+}
+
 TEST(VarnetStore, anIgnoredFindingIsRememberedAndCanBeTakenBack) {
     StoreOnFakes fakes;
     fakes.store->start();
