@@ -331,17 +331,23 @@ FocusScope {
 
     Loader {
         id: chooser
+
+        function end(shown: bool): void {
+            if (!shown)
+                Store.settingsMessage = "The folder chooser could not be opened.";
+            // Not while it is still telling about it.
+            Qt.callLater(() => chooser.active = false);
+        }
+
         active: false
+        // By name, so that what it needs is loaded by who asks for it alone.
         source: "FolderChooser.qml"
         onLoaded: {
-            item.chosen.connect(folder => Store.grantProjectAccess(folder));
-            // Not while it is still telling about it.
-            item.closed.connect(() => Qt.callLater(() => chooser.active = false));
+            item.chosen.connect(Store.grantProjectAccess);
+            item.closed.connect(end);
+            item.ask();
         }
-        onStatusChanged: if (status === Loader.Error) {
-            Store.settingsMessage = "The folder chooser could not be opened.";
-            active = false;
-        }
+        onStatusChanged: if (status === Loader.Error) end(false)
     }
 
     Confirmation {
