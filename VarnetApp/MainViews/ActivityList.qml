@@ -80,7 +80,7 @@ ListView {
         width: ListView.view.width
         band: list.band
         pillsBelow: list.tight && list.growsForPills
-        reachable: ListView.isCurrentItem
+        reachable: ListView.isCurrentItem || activeFocus
         title: model.title
         subtitle: Words.text(model.subtitle)
         primary: model.primary
@@ -94,7 +94,8 @@ ListView {
         ports: Words.text(model.ports)
         stateText: Words.text(model.stateText)
         worktree: model.worktree
-        agents: list.tight && !list.growsForPills ? "" : model.agents
+        // The list may still be measured when its rows have gone.
+        agents: list.tight && !list.growsForPills ? "" : model.agents ?? ""
         ticked: model.ticked
         open: model.open
         tickable: model.stoppable
