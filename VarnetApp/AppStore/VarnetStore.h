@@ -24,6 +24,7 @@ namespace varnet {
 
 class AppLocalization;
 class ApplicationCatalog;
+class BatteryReader;
 class SamplingLoop;
 
 namespace platform {
@@ -91,6 +92,7 @@ public:
         ApplicationCatalog* catalog = nullptr;            ///< null: no applications are known
         platform::Notifications* notifications = nullptr; ///< null: none can be delivered
         platform::LoginItem* loginItem = nullptr;         ///< null: there is no such thing
+        BatteryReader* battery = nullptr;                 ///< engine's queue only; null: cannot be read
         QSettings* defaults = nullptr;                    ///< null: choices are not kept
         std::filesystem::path storage;                    ///< empty: the data root
         std::shared_ptr<const MonitorSnapshot> preview;   ///< prepared data instead of the live machine
