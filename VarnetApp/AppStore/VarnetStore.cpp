@@ -45,8 +45,9 @@ VarnetStore::VarnetStore(Setup setup)
     : clock_(setup.clock), engineQueue_(setup.engineQueue), mainQueue_(setup.mainQueue),
       localization_(setup.localization), catalog_(setup.catalog), notificationService_(setup.notifications),
       loginItem_(setup.loginItem), collaborators_(std::move(setup.collaborators)),
-      isPreview_(setup.preview != nullptr), engine_(std::make_unique<MonitorEngine>(MonitorEngine::Setup{
-                                                setup.probes, setup.clock, storageRoot(setup), {}})),
+      isPreview_(setup.preview != nullptr),
+      engine_(std::make_unique<MonitorEngine>(
+          MonitorEngine::Setup{setup.probes, setup.clock, storageRoot(setup), {}, setup.battery})),
       settings_(isPreview_ ? nullptr : setup.defaults), snapshot_(emptySnapshot()),
       latestSnapshot_(emptySnapshot()),
       stopping_(*this, setup.user.value_or(setup.probes.userID()), setup.quitting) {
