@@ -1,4 +1,5 @@
 #include "VarnetApp/Application/ApplicationDelegate.h"
+#include "VarnetApp/Diagnostics/BatteryDiagnostics.h"
 #include "VarnetApp/Diagnostics/CommandLine.h"
 #include "VarnetApp/Diagnostics/Diagnostics.h"
 #include "VarnetApp/Previews/Previews.h"
@@ -37,6 +38,8 @@ int main(int argc, char** argv) {
     case CommandLine::Action::version:
         std::puts("varnet " VARNET_VERSION);
         return 0;
+    case CommandLine::Action::batteryDiagnose:
+        return varnet::BatteryDiagnostics::run();
     case CommandLine::Action::diagnose:
         return varnet::Diagnostics::run();
     case CommandLine::Action::benchmark:

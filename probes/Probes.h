@@ -38,6 +38,10 @@ public:
     virtual VNSystemMemory systemMemory() = 0;
     virtual std::int64_t bootTime() = 0;
     virtual std::optional<std::string> model() = 0;
+    /// At most 10; none on a machine that shows no fan.
+    virtual std::optional<std::vector<VNFan>> fans() = 0;
+    /// 0 (nominal) to 3 (critical). Remembers between calls: only one of the program's probes is to be asked.
+    virtual std::int32_t thermalState() = 0;
 
     virtual std::int32_t exists(std::int32_t pid) = 0;
     virtual std::int32_t signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,

@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t argumentBufferSize = 32'768;
 constexpr std::int32_t portCapacity = 64;
 constexpr std::size_t modelBufferSize = 256;
+constexpr std::int32_t fanCapacity = 10;
 
 } // namespace
 
@@ -83,6 +84,24 @@ std::int64_t SystemProbes::bootTime() {
 
 std::optional<std::string> SystemProbes::model() {
     return readText(modelBufferSize, [](char* buffer, std::size_t size) { return vn_model(buffer, size); });
+}
+
+VNSensors* SystemProbes::sensors() {
+    if (!sensors_) sensors_.reset(vn_sensors_open(sensorRoot_.empty() ? nullptr : sensorRoot_.c_str()));
+    return sensors_.get();
+}
+
+std::optional<std::vector<VNFan>> SystemProbes::fans() {
+    std::array<VNFan, fanCapacity> fans{};
+    VNSensors* const handle = sensors();
+    const std::int32_t count = handle != nullptr ? vn_sensors_fans(handle, fans.data(), fanCapacity) : -1;
+    if (count < 0) return std::nullopt;
+    return std::vector<VNFan>(fans.begin(), fans.begin() + count);
+}
+
+std::int32_t SystemProbes::thermalState() {
+    VNSensors* const handle = sensors();
+    return handle != nullptr ? vn_sensors_thermal_state(handle) : 0;
 }
 
 std::int32_t SystemProbes::exists(std::int32_t pid) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace varnet {
@@ -13,6 +14,9 @@ namespace varnet {
 /// The running kernel.
 class SystemProbes final : public Probes {
 public:
+    /// @param sensorRoot folder in which the sensors are read in place of /sys; empty: the running kernel's
+    explicit SystemProbes(std::string sensorRoot = {}) : sensorRoot_(std::move(sensorRoot)) {}
+
     std::optional<std::span<const VNTableEntry>> table(bool full) override;
     std::optional<Identity> identity(std::int32_t pid) override;
     std::optional<std::string> path(std::int32_t pid) override;
@@ -23,6 +27,8 @@ public:
     VNSystemMemory systemMemory() override;
     std::int64_t bootTime() override;
     std::optional<std::string> model() override;
+    std::optional<std::vector<VNFan>> fans() override;
+    std::int32_t thermalState() override;
     std::int32_t exists(std::int32_t pid) override;
     std::int32_t signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
                                std::int32_t signal) override;
@@ -39,10 +45,17 @@ private:
         void operator()(VNListeners* listeners) const noexcept { vn_listeners_close(listeners); }
     };
 
+    struct CloseSensors {
+        void operator()(VNSensors* sensors) const noexcept { vn_sensors_close(sensors); }
+    };
+
+    VNSensors* sensors();
     template <class Read>
     std::optional<std::string> readText(std::size_t size, Read read);
 
-    std::vector<char> buffer_; ///< for texts; empty until one is read
+    const std::string sensorRoot_;
+    std::unique_ptr<VNSensors, CloseSensors> sensors_; ///< null until asked for
+    std::vector<char> buffer_;                         ///< for texts; empty until one is read
     std::unique_ptr<VNTable, CloseTable> table_;
     std::unique_ptr<VNListeners, CloseListeners> listeners_; ///< null until ports are asked for
 };

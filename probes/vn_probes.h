@@ -2,7 +2,7 @@
 ///
 /// Every function is synchronous, fills caller-owned buffers, and reports failure by its result: it never
 /// raises and never prints. The stateless functions may be called from any thread. A handle (VNTable,
-/// VNListeners) belongs to one thread at a time.
+/// VNListeners, VNSensors) belongs to one thread at a time.
 ///
 /// Process names and paths are bytes as the kernel gives them; they need not be valid UTF-8.
 #ifndef VARNET_VN_PROBES_H
@@ -54,6 +54,13 @@ typedef struct VNSystemMemory {
     int32_t hasSwap;
     int32_t hasUsed;
 } VNSystemMemory;
+
+/// One fan.
+typedef struct VNFan {
+    int32_t id;     ///< 0 to 9
+    double rpm;     ///< revolutions per minute, 0 to 20000
+    double maximum; ///< top speed; 0 when not known
+} VNFan;
 
 /// Frees a list from vn_processes or vn_process_graph. NULL is allowed.
 void vn_free(void* list);
@@ -153,6 +160,29 @@ int32_t vn_listeners_ports(const VNListeners* listeners, int32_t pid, uint16_t* 
 
 /// NULL is allowed.
 void vn_listeners_close(VNListeners* listeners);
+
+/// The fans of the running machine, each time in the same order.
+/// @param capacity room in fans; never more than 10 are written, the first of them
+/// @return the count written, 0 on a machine that shows no fan, or -1 when a fan cannot be read or tells a
+///         speed that cannot be
+int32_t vn_fans(VNFan* fans, int32_t capacity);
+
+/// The machine's sensors with what is remembered of them between two readings.
+typedef struct VNSensors VNSensors;
+
+/// @param sys folder to read in place of /sys; NULL for the running kernel's
+/// @return sensors to be closed by the caller; NULL without memory
+VNSensors* vn_sensors_open(const char* sys);
+
+/// As vn_fans.
+int32_t vn_sensors_fans(VNSensors* sensors, VNFan* fans, int32_t capacity);
+
+/// How hard heat presses: 0 nominal, 1 fair, 2 serious, 3 critical. 0 also for a machine that tells nothing.
+/// May be asked at any rate: temperatures are read at most every 5 s.
+int32_t vn_sensors_thermal_state(VNSensors* sensors);
+
+/// NULL is allowed.
+void vn_sensors_close(VNSensors* sensors);
 
 #ifdef __cplusplus
 }

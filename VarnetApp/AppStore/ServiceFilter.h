@@ -13,7 +13,8 @@ namespace varnet {
 
 /// Which servers the list shows, and in which order.
 struct ServiceFilter {
-    QString search; ///< sought in name, project and ports (":3000"), without regard to case; empty: everything
+    QString
+        search; ///< sought in name, project and ports (":3000"), without regard to case; empty: everything
     SortOrder sort = SortOrder::cpu;
     QLocale locale{QLocale::English, QLocale::UnitedStates}; ///< whose alphabet orders names
 

@@ -5,6 +5,7 @@
 #include "VarnetApp/Engine/AppData.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Platform/Notifications.h"
+#include "VarnetCore/Flame/RoastLibrary.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,6 +27,14 @@ std::filesystem::path storageRoot(const VarnetStore::Setup& setup) {
     return std::filesystem::temp_directory_path(ignored) / "VarnetPreview";
 }
 
+/// Decks whose order is the same in every picture.
+RoastEngine::Choices preparedDecks() {
+    RoastEngine::Choices choices;
+    for (const auto& [bank, lines] : RoastLibrary::banks())
+        choices["deck-v2:" + bank + ":seed"] = 20;
+    return choices;
+}
+
 QString named(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
@@ -36,8 +45,9 @@ VarnetStore::VarnetStore(Setup setup)
     : clock_(setup.clock), engineQueue_(setup.engineQueue), mainQueue_(setup.mainQueue),
       localization_(setup.localization), catalog_(setup.catalog), notificationService_(setup.notifications),
       loginItem_(setup.loginItem), collaborators_(std::move(setup.collaborators)),
-      isPreview_(setup.preview != nullptr), engine_(std::make_unique<MonitorEngine>(MonitorEngine::Setup{
-                                                setup.probes, setup.clock, storageRoot(setup), {}})),
+      isPreview_(setup.preview != nullptr),
+      engine_(std::make_unique<MonitorEngine>(
+          MonitorEngine::Setup{setup.probes, setup.clock, storageRoot(setup), {}, setup.battery})),
       settings_(isPreview_ ? nullptr : setup.defaults), snapshot_(emptySnapshot()),
       latestSnapshot_(emptySnapshot()),
       stopping_(*this, setup.user.value_or(setup.probes.userID()), setup.quitting) {
@@ -54,6 +64,7 @@ VarnetStore::VarnetStore(Setup setup)
     latestSnapshot_ = setup.preview;
     snapshot_ = std::move(setup.preview);
     settings_.setHasOnboarded(true);
+    roastEngine_.setChoices(preparedDecks());
     updateRoast();
 }
 

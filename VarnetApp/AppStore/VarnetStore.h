@@ -26,6 +26,7 @@ namespace varnet {
 
 class AppLocalization;
 class ApplicationCatalog;
+class BatteryReader;
 class SamplingLoop;
 
 namespace platform {
@@ -97,6 +98,7 @@ public:
         platform::Notifications* notifications = nullptr;  ///< null: none can be delivered
         platform::LoginItem* loginItem = nullptr;          ///< null: there is no such thing
         platform::ApplicationQuitting* quitting = nullptr; ///< null: no application can be quit
+        BatteryReader* battery = nullptr;                  ///< engine's queue only; null: cannot be read
         QSettings* defaults = nullptr;                     ///< null: choices are not kept
         std::filesystem::path storage;                     ///< empty: the data root
         /// Whose processes may be stopped; empty: those of whoever runs the program.

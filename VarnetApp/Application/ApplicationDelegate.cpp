@@ -12,6 +12,7 @@
 #include "VarnetApp/Platform/Appearance.h"
 #include "VarnetApp/Platform/ApplicationCatalog.h"
 #include "VarnetApp/Platform/ApplicationQuitting.h"
+#include "VarnetApp/Platform/BatteryPower.h"
 #include "VarnetApp/Platform/FileOpening.h"
 #include "VarnetApp/Platform/LoginItem.h"
 #include "VarnetApp/Platform/Notifications.h"
@@ -19,6 +20,7 @@
 #include "VarnetApp/Platform/SleepWatch.h"
 #include "VarnetApp/Platform/TrayItem.h"
 #include "VarnetCore/Base/SerialQueue.h"
+#include "VarnetCore/Battery/BatteryTracker.h"
 #include "probes/SystemProbes.h"
 
 #include <QGuiApplication>
@@ -29,7 +31,10 @@
 #include <QTimer>
 
 #include <array>
+#include <atomic>
 #include <cstdio>
+#include <optional>
+#include <string>
 
 namespace varnet {
 
@@ -117,6 +122,13 @@ private:
         Theme::shared().setReducedMotion(appearance_->reducedMotion().value_or(false));
     }
 
+    /// What the sensors last said. Reading them may wait for firmware, which windows must not: they are asked
+    /// anew where the rest is measured.
+    int thermalState() {
+        engineQueue_.post([this] { thermal_ = probes_.thermalState(); });
+        return thermal_;
+    }
+
     static QIcon ownIcon() {
         QIcon icon;
         for (const int size : std::array{16, 32, 48, 128, 256})
@@ -131,6 +143,10 @@ private:
     SystemClock clock_;
     SystemProbes probes_;
     AppLocalization localization_{&defaults_};
+
+    // Engine's queue only, once it runs: the sensors remember between readings.
+    std::unique_ptr<BatteryReader> battery_ = platform::makeBatteryReader();
+    std::atomic<int> thermal_ = 0;
 
     std::unique_ptr<ApplicationCatalog> catalog_ = makeApplicationCatalog(clock_);
     std::unique_ptr<platform::ApplicationQuitting> quitting_ = platform::makeApplicationQuitting(*catalog_);
@@ -152,12 +168,18 @@ private:
          .notifications = notifications_.get(),
          .loginItem = loginItem_.get(),
          .quitting = quitting_.get(),
+         .battery = battery_.get(),
          .defaults = &defaults_,
          .storage = {},
          .preview = nullptr,
          .collaborators = {
              .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
+             .thermalState = [this] { return thermalState(); },
              .visibleUI = [this] { return windows_.anyVisible(); },
+             .batteryWarning = [this]() -> std::optional<std::string> {
+                 const auto& battery = store_.latestSnapshot().battery;
+                 return battery ? battery->warning : std::nullopt;
+             },
          }}};
     DockFlame flame_{store_.settings()};
     ViewContext context_{

@@ -26,10 +26,10 @@ QString executable(const ProcessSample& process);
 QString workingDirectory(const ProcessSample& process);
 QString address(int port);
 
-constexpr const char* cpuHelp =
-    "How much of your Mac’s CPU this item uses, averaged over 30 seconds.";
-constexpr const char* memoryHelp = "Memory for this item, counted before packing. Quitting or stopping it may "
-                                   "free a different amount.";
+constexpr const char* cpuHelp = "How much of your Mac’s CPU this item uses, averaged over 30 seconds.";
+constexpr const char* memoryHelp =
+    "Memory for this item, counted before packing. Quitting or stopping it may "
+    "free a different amount.";
 constexpr const char* cpuNote =
     "100% = one fully used CPU core. Can exceed 100% across multiple cores. Both columns use the same "
     "30-second average; Activity Monitor may use a different sampling interval.";

@@ -15,6 +15,7 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 
 Shows what keeps this machine busy, and which of it may go.
 
+  --battery-diagnose     measure the battery and print it as one JSON object
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
   --integration-test     find and stop a server of its own, print how that went as JSON
@@ -28,6 +29,9 @@ Shows what keeps this machine busy, and which of it may go.
 
 Without a switch the program starts. Diagnostic runs keep their state under
 "artifacts" in the current folder and never touch your own.
+
+For development: with VARNET_KERNEL_ROOT set to a folder that holds "proc" and
+"sys", --battery-diagnose and --diagnose read fans, heat and battery there.
 )";
 
 /// What follows a switch.
@@ -38,7 +42,8 @@ struct Switch {
     Takes takes;
 };
 
-constexpr std::array<Switch, 10> switches{{
+constexpr std::array<Switch, 11> switches{{
+    {"--battery-diagnose", Takes::nothing},
     {"--diagnose", Takes::nothing},
     {"--benchmark", Takes::seconds},
     {"--integration-test", Takes::nothing},
@@ -107,6 +112,8 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::help;
     } else if (has("--version")) {
         line.action = Action::version;
+    } else if (has("--battery-diagnose")) {
+        line.action = Action::batteryDiagnose;
     } else if (has("--diagnose")) {
         line.action = Action::diagnose;
     } else if (has("--benchmark")) {

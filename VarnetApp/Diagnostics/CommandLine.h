@@ -9,7 +9,17 @@ namespace varnet {
 
 /// What the program was asked to do.
 struct CommandLine {
-    enum class Action { start, diagnose, benchmark, integration, renderPreviews, help, version, refuse };
+    enum class Action {
+        start,
+        batteryDiagnose,
+        diagnose,
+        benchmark,
+        integration,
+        renderPreviews,
+        help,
+        version,
+        refuse
+    };
 
     Action action = Action::start;
     double seconds = 30;     ///< of a benchmark

@@ -1,15 +1,18 @@
 #include "VarnetApp/Diagnostics/Diagnostics.h"
 
 #include "VarnetApp/Diagnostics/OwnUsage.h"
+#include "VarnetApp/Diagnostics/SensorRoot.h"
 #include "VarnetApp/Diagnostics/SnapshotReport.h"
 #include "VarnetApp/Engine/MonitorEngine.h"
 #include "VarnetApp/Platform/ApplicationCatalog.h"
+#include "VarnetApp/Platform/BatteryPower.h"
 #include "VarnetCore/Base/Clock.h"
 #include "probes/SystemProbes.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <memory>
@@ -32,11 +35,14 @@ double secondsSince(SteadyClock::time_point start) {
 
 /// The monitor as the program runs it, on a storage of its own.
 struct Monitor {
-    explicit Monitor(const std::filesystem::path& storage)
-        : engine({.probes = probes, .clock = clock, .storage = storage, .home = {}}) {}
+    explicit Monitor(const std::filesystem::path& storage, const std::string& sensors = {})
+        : probes(sensors), battery(platform::makeBatteryReader(sensors)),
+          engine(
+              {.probes = probes, .clock = clock, .storage = storage, .home = {}, .battery = battery.get()}) {}
 
     std::shared_ptr<const MonitorSnapshot> sample() {
-        return engine.sample(catalog->snapshot(), Thermal::nominal, true);
+        const auto thermal = static_cast<Thermal>(std::clamp(probes.thermalState(), 0, 3));
+        return engine.sample(catalog->snapshot(), thermal, true);
     }
 
     /// Samples until two metric readings lie behind the result.
@@ -51,6 +57,7 @@ struct Monitor {
 
     SystemProbes probes;
     SystemClock clock;
+    std::unique_ptr<BatteryReader> battery;
     MonitorEngine engine;
     std::unique_ptr<ApplicationCatalog> catalog = makeApplicationCatalog(clock);
 };
@@ -62,7 +69,7 @@ void print(const std::string& text) {
 } // namespace
 
 int run() {
-    Monitor monitor("artifacts/diagnostic-state");
+    Monitor monitor("artifacts/diagnostic-state", sensorRoot());
     const auto snapshot = monitor.completeReading();
     auto report = SnapshotReport::json(*snapshot);
     const auto& warning = monitor.engine.persistenceError();

@@ -5,6 +5,7 @@
 #include "VarnetCore/Base/SmallFile.h"
 #include "VarnetCore/Base/Utf8.h"
 #include "VarnetCore/Monitoring/Detector.h"
+#include "VarnetCore/Sensors/ConfirmedFanless.h"
 
 #include <algorithm>
 #include <array>
@@ -66,8 +67,9 @@ std::uint32_t ticksBetween(std::uint64_t before, std::uint64_t after) noexcept {
 MonitorEngine::MonitorEngine(Setup setup)
     : probes_(setup.probes), clock_(setup.clock),
       storage_(setup.storage.empty() ? AppData::root() : std::move(setup.storage)),
-      archivePath_(storage_ / "history.json"),
-      resolver_((setup.home.empty() ? AppData::home() : setup.home).string()) {
+      archivePath_(storage_ / "history.json"), batteryReader_(setup.battery),
+      resolver_((setup.home.empty() ? AppData::home() : setup.home).string()),
+      batteryMonitor_(storage_, clock_.now()) {
     const Date now = clock_.now();
     uid_ = probes_.userID();
     cores_ = probes_.activeProcessorCount();
@@ -141,6 +143,7 @@ MonitorEngine::sample(std::span<const ApplicationDescriptor> applications, Therm
     snapshot->systemMemory = lastMemory_;
     snapshot->history = cpuHistory_;
     snapshot->logicalCores = cores_;
+    snapshot->battery = metricsDue ? measureBattery(snapshot->groups, now) : mostRecent_->battery;
     mostRecent_ = snapshot;
 
     if (now - lastArchiveWrite_ > Timing::archive) archiveStep(snapshot->processes, live, now);
@@ -302,10 +305,41 @@ std::vector<Finding> MonitorEngine::currentFindings(const SnapshotAssembler::Res
     return findings;
 }
 
-/// This build has no fan sensors to ask.
 void MonitorEngine::measureFans(Date now) {
-    lastFan_ = {};
-    lastFan_.measuredAt = now;
+    std::vector<Fan> fans;
+    if (const auto records = probes_.fans()) {
+        for (const VNFan& record : *records) {
+            const auto maximum = record.maximum > 0 ? std::optional(record.maximum) : std::nullopt;
+            fans.push_back({.id = record.id, .rpm = record.rpm, .maximum = maximum});
+        }
+    }
+    FanAvailability availability = FanAvailability::available;
+    if (fans.empty()) {
+        const bool worked = lastFan_.availability == FanAvailability::available ||
+                            lastFan_.availability == FanAvailability::stale;
+        availability = isConfirmedFanless(model_) ? FanAvailability::fanless
+                       : worked                   ? FanAvailability::stale
+                                                  : FanAvailability::unavailable;
+    }
+    lastFan_ = fanMachine_.update(std::move(fans), availability, now);
+    lastFan_.measuredAt = now; // counts the time to the next probe, also after one that failed
+}
+
+std::shared_ptr<const BatteryDashboard>
+MonitorEngine::measureBattery(std::span<const ApplicationGroup> groups, Date now) {
+    BatteryReading& reading = batteryMonitor_.reading;
+    if (now - reading.date >= Timing::battery || reading.date > now) {
+        reading = batteryReader_ != nullptr ? batteryReader_->read(now)
+                                            : BatteryReading::missing(BatteryAvailability::unavailable, now);
+    }
+    auto dashboard =
+        std::make_shared<BatteryDashboard>(batteryMonitor_.tracker.observe(reading, groups, now));
+    if (now - batteryMonitor_.lastSave >= Timing::batterySave) {
+        batteryMonitor_.save();
+        batteryMonitor_.lastSave = now;
+    }
+    dashboard->warning = batteryMonitor_.warning;
+    return dashboard;
 }
 
 void MonitorEngine::measureMemory(std::uint64_t physicalMemory) {
@@ -327,6 +361,7 @@ std::shared_ptr<const MonitorSnapshot> MonitorEngine::failedPass(Date now) {
     }
     snapshot->systemMemory = {};
     snapshot->error = "Process measurements are unavailable. Last successful update is shown.";
+    snapshot->battery = measureBattery({}, now);
     snapshot->date = now;
     return snapshot;
 }
@@ -368,10 +403,14 @@ void MonitorEngine::saveArchive() {
 }
 
 void MonitorEngine::resetAfterSleep() {
+    batteryMonitor_.tracker.interrupt();
+    batteryMonitor_.reading.date = Date::distantPast();
+    batteryMonitor_.save();
     energySampler_.reset();
     known_.clear();
     lastMetrics_ = Date::distantPast();
     cpuTicks_.reset();
+    fanMachine_.reset();
     findings_.reset();
     lastFan_.measuredAt.reset();
     lastMemory_ = {};
@@ -382,6 +421,10 @@ void MonitorEngine::clearHistory() {
     archive_ = {};
     assembler_.lineage.clear();
     findings_.reset();
+    batteryMonitor_.tracker = BatteryTracker();
+    batteryMonitor_.canSave = true;
+    batteryMonitor_.reading.date = Date::distantPast();
+    batteryMonitor_.save();
     saveArchive();
 }
 

@@ -4,6 +4,8 @@
 #include "VarnetCore/Base/Clock.h"
 #include "VarnetCore/Base/Date.h"
 #include "VarnetCore/Base/SerialQueue.h"
+#include "VarnetCore/Battery/BatteryMonitoring.h"
+#include "VarnetCore/Battery/BatteryReader.h"
 #include "VarnetCore/Battery/EnergyImpactSampler.h"
 #include "VarnetCore/Findings/FindingEngine.h"
 #include "VarnetCore/Monitoring/CPUWindow.h"
@@ -11,6 +13,7 @@
 #include "VarnetCore/Monitoring/ProjectResolver.h"
 #include "VarnetCore/Monitoring/SessionArchive.h"
 #include "VarnetCore/Monitoring/SnapshotAssembler.h"
+#include "VarnetCore/Sensors/FanStateMachine.h"
 #include "probes/Probes.h"
 
 #include <cstdint>
@@ -23,6 +26,7 @@
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace varnet {
@@ -44,13 +48,16 @@ public:
         static constexpr double ports = 10;    ///< a process's ports
         static constexpr double history = 900; ///< machine CPU history kept
         static constexpr double archive = 30;  ///< between two saves
+        static constexpr double battery = 5;   ///< between two readings
+        static constexpr double batterySave = 30;
     };
 
     struct Setup {
-        Probes& probes;                ///< outlives the engine
-        const Clock& clock;            ///< outlives the engine
-        std::filesystem::path storage; ///< folder of "history.json"; empty: the data root
-        std::filesystem::path home;    ///< the user's home folder; empty: found by itself
+        Probes& probes;                   ///< outlives the engine
+        const Clock& clock;               ///< outlives the engine
+        std::filesystem::path storage;    ///< folder of the files it keeps; empty: the data root
+        std::filesystem::path home;       ///< the user's home folder; empty: found by itself
+        BatteryReader* battery = nullptr; ///< outlives the engine; null: the battery cannot be read
     };
 
     /// Reads the archive; a missing or unreadable one is an empty one.
@@ -68,7 +75,7 @@ public:
     /// started what is kept.
     void resetAfterSleep();
 
-    /// Forgets the archive and who started what, and saves that.
+    /// Forgets the archive, who started what and the battery's history, and saves that.
     void clearHistory();
 
     /// Receives one result per target of a plan, in the plan's order.
@@ -94,6 +101,14 @@ public:
     const SessionArchive& archive() const noexcept { return archive_; }
     /// Boot time in every identity of this run.
     std::uint64_t boot() const noexcept { return boot_; }
+
+    /// Takes over another battery history, keeping a copy of the file before it.
+    /// @return empty on success, else what went wrong
+    std::optional<std::string> restoreBattery(BatteryArchive archive) {
+        return batteryMonitor_.restore(std::move(archive), clock_.now());
+    }
+    /// Trouble with keeping the battery's history, a sentence for the user; empty: none.
+    const std::optional<std::string>& batteryWarning() const noexcept { return batteryMonitor_.warning; }
 
     /// Why the last save failed, a sentence for the user; empty when it succeeded.
     const std::optional<std::string>& persistenceError() const noexcept { return persistenceError_; }
@@ -140,6 +155,8 @@ private:
     bool hasExited(const ProcessIdentity& origin);
     std::optional<double> measureSystemCPU(Date now);
     void measureFans(Date now);
+    std::shared_ptr<const BatteryDashboard> measureBattery(std::span<const ApplicationGroup> groups,
+                                                           Date now);
     void measureMemory(std::uint64_t physicalMemory);
     std::shared_ptr<const MonitorSnapshot> failedPass(Date now);
     void archiveStep(std::span<const SampleRef> processes, const std::unordered_set<ProcessIdentity>& live,
@@ -158,6 +175,7 @@ private:
     std::uint32_t uid_ = 0;
     int cores_ = 1;
     std::string model_; ///< empty when unknown
+    BatteryReader* batteryReader_ = nullptr;
 
     // What each pass leaves for the next.
     std::unordered_map<ProcessIdentity, Known> known_;
@@ -167,6 +185,7 @@ private:
     EnergyImpactSampler energySampler_;
     std::optional<VNCPUTicks> cpuTicks_;
     std::vector<CPUPoint> cpuHistory_;
+    FanStateMachine fanMachine_;
     FanSnapshot lastFan_;
     SystemMemorySnapshot lastMemory_;
     std::optional<Date> lastSample_;
@@ -176,6 +195,7 @@ private:
 
     // Memory across runs.
     SessionArchive archive_;
+    BatteryMonitoring batteryMonitor_;
     Date lastArchiveWrite_ = Date::distantPast();
     std::optional<std::string> persistenceError_;
 

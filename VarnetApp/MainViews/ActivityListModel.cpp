@@ -85,8 +85,7 @@ void ActivityListModel::refresh() {
         notice_ = std::move(notice);
         emit noticeChanged();
     }
-    const int agentIndex =
-        std::max(0, static_cast<int>(shown.agents.indexOf(store().agentFilter())));
+    const int agentIndex = std::max(0, static_cast<int>(shown.agents.indexOf(store().agentFilter())));
     if (assign(agents_, std::move(shown.agents)) | assign(agentIndex_, agentIndex)) emit agentsChanged();
     refreshing_ = false;
 }
@@ -111,8 +110,7 @@ bool ActivityListModel::memoryFirst() const {
 
 void ActivityListModel::sortBy(int index) {
     if (index < 0 || index >= static_cast<int>(sortOrderNames.size())) return;
-    store().setSortName(
-        QString::fromLatin1(sortOrderNames[static_cast<std::size_t>(index)].data()));
+    store().setSortName(QString::fromLatin1(sortOrderNames[static_cast<std::size_t>(index)].data()));
 }
 
 void ActivityListModel::chooseAgent(int index) {

@@ -37,7 +37,7 @@ struct ActivityRow {
     bool open = false;      ///< its details are shown
     bool stoppable = false; ///< and so it can be ticked
     std::string stopHelp;
-    std::string stopReason;             ///< why it cannot be stopped
+    std::string stopReason;              ///< why it cannot be stopped
     const RowTelling* telling = nullptr; ///< outlives the row
 
     static std::vector<QByteArray> roles();

@@ -53,6 +53,7 @@ FocusScope {
         sourceComponent: OnboardingView {}
     }
 
+    RoastSheet { model: RoastSheetModel {} }
     ActionSheets {}
 
     WindowKeys { pages: sidebar.pages }

@@ -22,7 +22,7 @@ FocusScope {
             case "projects":
                 return groups;
             default:
-                return null;
+                return later;
             }
         }
     }
@@ -46,6 +46,20 @@ FocusScope {
 
         ServersView {
             narrow: root.narrow
+        }
+    }
+    Component {
+        id: later
+
+        // Storage, battery and the Hall of Flame are not built yet, and say so.
+        Item {
+            EmptyState {
+                anchors.centerIn: parent
+                width: Math.min(480, parent.width - 48)
+                iconName: "hourglass"
+                title: Words.text("Not here yet.")
+                note: Words.text("This page arrives with a later version.")
+            }
         }
     }
 }

@@ -13,6 +13,7 @@ list(
     MainViews/OverviewModel.cpp
     MainViews/OverviewRows.cpp
     MainViews/OverviewTexts.cpp
+    MainViews/RoastSheetModel.cpp
     MainViews/RowTile.cpp
     MainViews/ServerListModel.cpp
     MainViews/SidebarModel.cpp
@@ -39,5 +40,6 @@ list(
     MainViews/OverviewTimeline.qml
     MainViews/OverviewView.qml
     MainViews/PageHost.qml
+    MainViews/RoastSheet.qml
     MainViews/ServersView.qml
     MainViews/WindowKeys.qml)

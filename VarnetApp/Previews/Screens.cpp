@@ -137,6 +137,8 @@ std::vector<Picture> screens() {
         {"overview-error-small", "MainWindow", smallWindow, failing},
         {"overview-toast", "MainWindow", window, calm,
          [](VarnetStore& store) { store.setActionMessage("Django has left the building."); }},
+        {"report", "MainWindow", window, busy, [](VarnetStore& store) { store.presentRoast(); }},
+        {"storage", "MainWindow", window, busy, [](VarnetStore& store) { store.setPage(Page::storage); }},
         {.name = "onboarding", .view = "MainWindow", .size = window, .data = gathering, .onboarded = false},
         {.name = "onboarding-small",
          .view = "MainWindow",

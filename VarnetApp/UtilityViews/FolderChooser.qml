@@ -1,17 +1,25 @@
 import QtQuick
 import QtQuick.Dialogs
+import Varnet
 
-// The desktop's own folder chooser.
+// The desktop's own folder chooser, or where it has none one inside the window.
 FolderDialog {
     id: dialog
 
     signal chosen(url folder)
-    signal closed
+    // It has gone, or did not come.
+    signal closed(bool shown)
 
+    title: Words.text("Grant access to a project folder")
     onAccepted: {
         dialog.chosen(dialog.selectedFolder);
-        dialog.closed();
+        dialog.closed(true);
     }
-    onRejected: dialog.closed()
-    Component.onCompleted: open()
+    onRejected: dialog.closed(true)
+
+    function ask(): void {
+        open();
+        if (!visible)
+            dialog.closed(false);
+    }
 }

@@ -63,6 +63,7 @@ PanelModel::Shown PanelModel::read() const {
 void PanelModel::refresh() {
     const MonitorSnapshot& snapshot = store().snapshot();
     std::vector<PanelFinding> findings;
+    findings.reserve(snapshot.findings.size());
     for (const Finding& finding : snapshot.findings)
         findings.push_back({finding.id, finding.kind, finding.title});
     findings_.update(std::move(findings));

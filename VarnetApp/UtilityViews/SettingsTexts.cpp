@@ -37,7 +37,7 @@ QString fans(const FanSnapshot& fans, const Figures& figures) {
 QString moment(Date date, Date now, const QLocale& locale) {
     const QDateTime then = localTime(date);
     if (!then.isValid()) return Figures::unknown();
-    const QString time = locale.toString(then.time(), QLocale::ShortFormat);
+    QString time = locale.toString(then.time(), QLocale::ShortFormat);
     if (then.date() == localTime(now).date()) return time;
     const bool czech = locale.language() == QLocale::Czech;
     return locale.toString(then.date(), czech ? "d. MMMM" : "MMMM d") + ", " + time;

@@ -223,14 +223,13 @@ FocusScope {
                     width: parent.width
                     active: recent.open
                     visible: active
-                    sourceComponent: ActionList {
-                        objectName: "actionList"
-                        model: settings.actions
-
+                    sourceComponent: Column {
+                        ActionList {
+                            width: parent.width
+                            model: settings.actions
+                        }
                         Separator {
-                            parent: parent
                             x: 16
-                            y: parent.height - 1
                             width: parent.width - 32
                         }
                     }
@@ -332,17 +331,23 @@ FocusScope {
 
     Loader {
         id: chooser
+
+        function end(shown: bool): void {
+            if (!shown)
+                Store.settingsMessage = "The folder chooser could not be opened.";
+            // Not while it is still telling about it.
+            Qt.callLater(() => chooser.active = false);
+        }
+
         active: false
+        // By name, so that what it needs is loaded by who asks for it alone.
         source: "FolderChooser.qml"
         onLoaded: {
-            item.chosen.connect(folder => Store.grantProjectAccess(folder));
-            // Not while it is still telling about it.
-            item.closed.connect(() => Qt.callLater(() => chooser.active = false));
+            item.chosen.connect(Store.grantProjectAccess);
+            item.closed.connect(end);
+            item.ask();
         }
-        onStatusChanged: if (status === Loader.Error) {
-            Store.settingsMessage = "The folder chooser could not be opened.";
-            active = false;
-        }
+        onStatusChanged: if (status === Loader.Error) end(false)
     }
 
     Confirmation {

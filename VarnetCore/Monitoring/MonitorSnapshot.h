@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,8 @@ struct CPUPoint {
     friend bool operator==(const CPUPoint&, const CPUPoint&) = default;
 };
 
+struct BatteryDashboard;
+
 /// All that one pass knows. Immutable once published; crosses threads as a shared pointer to const.
 struct MonitorSnapshot {
     Date date;
@@ -44,9 +47,10 @@ struct MonitorSnapshot {
     std::optional<double> systemCPU;  ///< percent of the whole machine
     std::uint64_t physicalMemory = 0; ///< bytes of RAM
     SystemMemorySnapshot systemMemory;
-    std::vector<CPUPoint> history;    ///< the last 15 minutes, oldest first
-    int logicalCores = 1;             ///< active processors
-    std::optional<std::string> error; ///< empty when the pass measured normally
+    std::vector<CPUPoint> history;                   ///< the last 15 minutes, oldest first
+    int logicalCores = 1;                            ///< active processors
+    std::shared_ptr<const BatteryDashboard> battery; ///< null before the first reading
+    std::optional<std::string> error;                ///< empty when the pass measured normally
 
     /// Turns percent of one core into percent of the whole machine, 0 to 100; unknown stays unknown.
     std::optional<double> normalized(std::optional<double> value) const noexcept;

@@ -40,6 +40,7 @@ public:
         int arguments = 0;
         int cwds = 0;
         int ports = 0;
+        int fans = 0;
     };
     struct Signal {
         std::int32_t pid;
@@ -56,6 +57,8 @@ public:
     VNSystemMemory memory{};
     std::int64_t boot = 1'700'000'000;
     std::optional<std::string> modelName = "Fake 1";
+    std::optional<std::vector<VNFan>> fanRecords = std::vector<VNFan>{}; ///< empty optional: cannot be read
+    std::int32_t thermal = 0;
     std::uint32_t user = 501;
     int cores = 4;
     std::uint64_t ram = 16'000'000'000;
@@ -76,6 +79,11 @@ public:
     VNSystemMemory systemMemory() override { return memory; }
     std::int64_t bootTime() override { return boot; }
     std::optional<std::string> model() override { return modelName; }
+    std::optional<std::vector<VNFan>> fans() override {
+        ++calls.fans;
+        return fanRecords;
+    }
+    std::int32_t thermalState() override { return thermal; }
     std::int32_t exists(std::int32_t pid) override;
     std::int32_t signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
                                std::int32_t signal) override;

@@ -1,15 +1,20 @@
 #include "probes/vn_probes.h"
 
 #include "probes/linux/CheckedSignal.h"
+#include "probes/linux/FanReadings.h"
 #include "probes/linux/KernelRoot.h"
 #include "probes/linux/Listeners.h"
 #include "probes/linux/ProcessList.h"
 #include "probes/linux/SharedProcessTable.h"
 #include "probes/linux/SystemReadings.h"
+#include "probes/linux/ThermalReadings.h"
+
+#include <time.h>
 
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <string>
 
 // The public functions: the rooms behind them, bound to the running kernel. Only memory can fail them by an
 // exception, and none leaves this file.
@@ -38,6 +43,11 @@ struct VNTable {
 
 struct VNListeners {
     varnet::probes::Listeners listeners;
+};
+
+struct VNSensors {
+    std::string sys;
+    varnet::probes::ThermalReadings thermal{sys};
 };
 
 void vn_free(void* list) {
@@ -151,4 +161,28 @@ int32_t vn_listeners_ports(const VNListeners* listeners, int32_t pid, uint16_t* 
 
 void vn_listeners_close(VNListeners* listeners) {
     delete listeners;
+}
+
+int32_t vn_fans(VNFan* fans, int32_t capacity) {
+    return guarded([&] { return varnet::probes::fans(KernelRoot::live().sys, fans, capacity); }, -1);
+}
+
+VNSensors* vn_sensors_open(const char* sys) {
+    return guarded([&] { return new VNSensors{.sys = sys != nullptr ? sys : KernelRoot::live().sys}; },
+                   static_cast<VNSensors*>(nullptr));
+}
+
+int32_t vn_sensors_fans(VNSensors* sensors, VNFan* fans, int32_t capacity) {
+    return guarded([&] { return varnet::probes::fans(sensors->sys, fans, capacity); }, -1);
+}
+
+int32_t vn_sensors_thermal_state(VNSensors* sensors) {
+    timespec time{};
+    clock_gettime(CLOCK_BOOTTIME, &time);
+    const double seconds = static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    return guarded([&] { return sensors->thermal.state(seconds); }, 0);
+}
+
+void vn_sensors_close(VNSensors* sensors) {
+    delete sensors;
 }

@@ -144,6 +144,16 @@ class DesktopSession(unittest.TestCase):
             wait(lambda: list(entries.glob("*.desktop")), "the autostart entry")
             self.assertIn("--login", next(entries.glob("*.desktop")).read_text())
 
+        with self.subTest("a folder chooser comes each time it is asked for, and calling it off changes nothing"):
+            def choosers():
+                return [name for role, name, _ in everything() if role == "dialog"]
+            for _ in range(2):
+                click(find("push button", "Allow access"))
+                wait(choosers, "the folder chooser")
+                xdotool("key", "Escape")
+                wait(lambda: not choosers(), "the folder chooser to go")
+            self.assertIsNone(session.setting("projectFolderBookmarks"))
+
         self.assertEqual(terminate(program), 0)
 
 

@@ -34,7 +34,7 @@ def find(role, name):
 def click(thing):
     """Presses the middle of something with the real pointer."""
     place = thing.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-    xdotool("mousemove", "--sync", str(place.x + place.width // 2), str(place.y + place.height // 2), "click", "1")
+    xdotool("mousemove", str(place.x + place.width // 2), str(place.y + place.height // 2), "click", "1")
 
 
 def is_checked(thing):

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <map>
 #include <string>
 
 namespace varnet {
@@ -25,11 +26,11 @@ protected:
     };
 
     /// Runs the program in a folder of its own, without a display, and with its own home.
-    Outcome run(const std::string& arguments) const {
+    Outcome run(const std::string& arguments, const std::string& environment = {}) const {
         const std::string folder = folder_.path().string();
         const std::string command = "cd '" + folder + "' && env -u DISPLAY -u WAYLAND_DISPLAY HOME='" +
-                                    folder + "' XDG_DATA_HOME='" + folder + "/data' " VARNET_PROGRAM " " +
-                                    arguments + " 2>&1";
+                                    folder + "' XDG_DATA_HOME='" + folder + "/data' " + environment +
+                                    " " VARNET_PROGRAM " " + arguments + " 2>&1";
         FILE* const pipe = popen(command.c_str(), "r");
         Outcome outcome{-1, {}};
         std::array<char, 4096> buffer{};
@@ -81,6 +82,39 @@ TEST_F(ProgramTest, diagnoseReportsAStorageItCannotUse) {
     const Json report = Json::parse(outcome.output, nullptr, false);
     EXPECT_EQ(report["historyWarning"],
               "History could not be saved. Live monitoring continues. Not a directory");
+}
+
+TEST_F(ProgramTest, batteryDiagnosePrintsAnotherMachinesReading) {
+    const std::map<std::string, std::string> files{{"type", "Battery"},
+                                                   {"status", "Discharging"},
+                                                   {"capacity", "60"},
+                                                   {"voltage_now", "12000000"},
+                                                   {"power_now", "9000000"}};
+    for (const auto& [name, text] : files)
+        folder_.write("machine/sys/class/power_supply/BAT0/" + name, text + "\n");
+    const Outcome outcome = run("--battery-diagnose", "VARNET_KERNEL_ROOT=machine");
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+    const Json report = Json::parse(outcome.output, nullptr, false);
+    ASSERT_TRUE(report.is_object()) << outcome.output;
+    EXPECT_EQ(report["reading"]["state"], "onBattery");
+    EXPECT_EQ(report["reading"]["charge"], 60.0);
+    EXPECT_EQ(report["reading"]["health"], "none");
+    EXPECT_EQ(report["historyPoints"], 1);
+    EXPECT_EQ(report["healthPoints"], 0);
+    EXPECT_EQ(report["historySaved"], true);
+    EXPECT_EQ(report["historyWarning"], "none");
+    EXPECT_TRUE(report["highestImpactScores"].is_array());
+    EXPECT_FALSE(std::filesystem::exists(folder_.path() / "data")) << "the user's own files stay untouched";
+}
+
+TEST_F(ProgramTest, batteryDiagnoseSucceedsWhereNothingCanBeReadOrKept) {
+    fclose(fopen((folder_.path() / "artifacts").c_str(), "w"));
+    const Outcome outcome = run("--battery-diagnose", "VARNET_KERNEL_ROOT=nowhere");
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+    const Json report = Json::parse(outcome.output, nullptr, false);
+    EXPECT_EQ(report["reading"]["availability"], "unavailable");
+    EXPECT_EQ(report["historySaved"], false);
+    EXPECT_EQ(report["historyWarning"], "Battery history could not be saved. Live readings still work.");
 }
 
 TEST_F(ProgramTest, benchmarkPrintsItsObject) {

@@ -47,6 +47,8 @@ TEST_F(MainWindowTests, commandsReachTheStore) {
     EXPECT_EQ(store->page(), Page::overview);
     key(Qt::Key_R, Qt::ControlModifier);
     EXPECT_TRUE(store->showRoast());
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(store->showRoast());
     key(Qt::Key_Comma, Qt::ControlModifier);
     EXPECT_TRUE(settings);
     key(Qt::Key_W, Qt::ControlModifier);
