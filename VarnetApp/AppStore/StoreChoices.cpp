@@ -32,6 +32,12 @@ void VarnetStore::setPreviewOnboarded(bool onboarded) {
     emit settingsChanged();
 }
 
+void VarnetStore::setPreview(std::shared_ptr<const MonitorSnapshot> snapshot) {
+    if (!isPreview_ || !snapshot) return;
+    latestSnapshot_ = snapshot;
+    publish(std::move(snapshot));
+}
+
 void VarnetStore::setPreviewHistory(std::map<std::string, Date> ignored, std::vector<HistoryRecord> actions) {
     if (isPreview_) mirrorArchive(std::move(ignored), std::move(actions), std::nullopt);
 }

@@ -180,6 +180,8 @@ public:
     bool hasOnboarded() const { return settings_.hasOnboarded(); }
     /// Prepared data counts as onboarded unless the welcome itself is to be shown.
     void setPreviewOnboarded(bool onboarded);
+    /// The next prepared pass. Does nothing on a live machine.
+    void setPreview(std::shared_ptr<const MonitorSnapshot> snapshot);
     /// What prepared data has of the past.
     void setPreviewHistory(std::map<std::string, Date> ignored, std::vector<HistoryRecord> actions);
     Q_INVOKABLE void finishOnboarding(bool launchAtLogin);
