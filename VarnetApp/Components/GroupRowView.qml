@@ -24,6 +24,8 @@ T.ItemDelegate {
     property string agents: ""
     // Where the pills go: at the right of the words, or below them in a line of their own.
     property bool pillsBelow: false
+    // There is no room for them at all.
+    property bool pillsHidden: false
     property bool ticked: false
     property bool open: false
     property bool tickable: true
@@ -39,9 +41,11 @@ T.ItemDelegate {
     // The two lines of words.
     property int band: 52
 
-    readonly property bool hasPills: stateText.length + worktree.length + agents.length > 0
+    readonly property bool hasPills: !pillsHidden && stateText.length + worktree.length + agents.length > 0
     readonly property bool pillsAside: hasPills && !pillsBelow
 
+    // The keyboard has come to it or to one of its parts.
+    signal takenInHand
     signal opened
     signal tickWanted(bool ticked)
     signal stopRequested
@@ -49,8 +53,9 @@ T.ItemDelegate {
     implicitWidth: 456
     implicitHeight: band + (hasPills && pillsBelow ? 20 : 0)
     hoverEnabled: true
-    focusPolicy: reachable ? Qt.StrongFocus : Qt.ClickFocus
+    focusPolicy: reachable || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     onClicked: row.opened()
+    onActiveFocusChanged: if (activeFocus) row.takenInHand()
 
     contentItem: Item {
         id: content
@@ -67,7 +72,8 @@ T.ItemDelegate {
             disabledReason: row.stopReason
             ticked: row.ticked
             enabled: row.tickable
-            focusPolicy: row.reachable ? Qt.StrongFocus : Qt.ClickFocus
+            focusPolicy: row.reachable || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
+            onActiveFocusChanged: if (activeFocus) row.takenInHand()
             onWanted: (ticked) => row.tickWanted(ticked)
         }
         Tile {
@@ -162,8 +168,9 @@ T.ItemDelegate {
             help: row.stopHelp
             disabledReason: row.stopReason
             enabled: row.stoppable
-            focusPolicy: row.reachable ? Qt.StrongFocus : Qt.ClickFocus
+            focusPolicy: row.reachable || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
             preview: row.preview === "hover" ? "hover" : ""
+            onActiveFocusChanged: if (activeFocus) row.takenInHand()
             onClicked: row.stopRequested()
         }
     }

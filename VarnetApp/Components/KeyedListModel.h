@@ -125,7 +125,8 @@ private:
     }
 
     void reorderAtOnce(const std::vector<std::size_t>& targets) {
-        Q_EMIT layoutAboutToBeChanged();
+        // Without the hint a view takes it for a reset.
+        Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
         std::vector<std::size_t> order(targets.size());
         for (std::size_t i = 0; i < order.size(); ++i)
             order[i] = i;
@@ -143,7 +144,7 @@ private:
         for (const QModelIndex& one : before)
             after.append(index(movedTo[static_cast<std::size_t>(one.row())]));
         changePersistentIndexList(before, after);
-        Q_EMIT layoutChanged();
+        Q_EMIT layoutChanged({}, VerticalSortHint);
     }
 
     /// Each row that does not stay goes right behind the one that is to precede it.

@@ -23,7 +23,8 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     highlightFollowsCurrentItem: false
     keyNavigationEnabled: false
-    cacheBuffer: 200
+    // What lies beyond the edges would be made in the background, while rows come and go.
+    cacheBuffer: 0
     model: activity.rows
 
     Accessible.role: Accessible.List
@@ -31,20 +32,37 @@ ListView {
 
     // Puts the keyboard on the current row.
     function enter(): void {
-        if (count === 0)
-            return;
-        if (currentIndex < 0)
-            currentIndex = 0;
-        positionViewAtIndex(currentIndex, ListView.Contain);
-        currentItem?.forceActiveFocus(Qt.TabFocusReason);
+        go(currentIndex);
     }
     function go(index: int): void {
-        currentIndex = Math.max(0, Math.min(count - 1, index));
-        enter();
+        if (count === 0)
+            return;
+        const next = Math.max(0, Math.min(count - 1, index));
+        positionViewAtIndex(next, ListView.Contain);
+        // The row that gets the keyboard becomes the current one, once the last one has let go of it.
+        itemAtIndex(next)?.forceActiveFocus(Qt.TabFocusReason);
     }
     function toTop(): void {
         currentIndex = count > 0 ? 0 : -1;
         positionViewAtBeginning();
+    }
+
+    // A change of order is told without saying who went where: the keyboard goes along with its row.
+    property string currentKey: ""
+
+    function keepCurrent(): void {
+        const now = activity.indexOf(currentKey);
+        if (now < 0 || now === currentIndex)
+            return;
+        const reason = currentItem?.activeFocus ? currentItem.focusReason : -1;
+        currentIndex = now;
+        if (reason >= 0)
+            currentItem?.forceActiveFocus(reason);
+    }
+
+    Connections {
+        target: list.activity.rows
+        function onLayoutChanged() { list.keepCurrent() }
     }
 
     readonly property int rowsShown: Math.max(1, Math.floor(height / band) - 1)
@@ -77,10 +95,13 @@ ListView {
         required property var model
 
         objectName: model.key
+        // A row that waits to be used again is nowhere, for screen readers too.
+        ListView.onPooled: visible = false
+        ListView.onReused: visible = true
         width: ListView.view.width
         band: list.band
         pillsBelow: list.tight && list.growsForPills
-        reachable: ListView.isCurrentItem || activeFocus
+        reachable: ListView.isCurrentItem
         title: model.title
         subtitle: Words.text(model.subtitle)
         primary: model.primary
@@ -94,8 +115,8 @@ ListView {
         ports: Words.text(model.ports)
         stateText: Words.text(model.stateText)
         worktree: model.worktree
-        // The list may still be measured when its rows have gone.
-        agents: list.tight && !list.growsForPills ? "" : model.agents ?? ""
+        agents: model.agents
+        pillsHidden: list.tight && !list.growsForPills
         ticked: model.ticked
         open: model.open
         tickable: model.stoppable
@@ -105,8 +126,10 @@ ListView {
         stopHelp: Words.text(model.stopHelp)
         stopReason: Words.text(model.stopReason)
         openLabel: Words.text(model.openLabel)
-        onActiveFocusChanged: if (activeFocus) list.currentIndex = index
-        onPressed: list.currentIndex = index
+        onTakenInHand: {
+            list.currentIndex = index;
+            list.currentKey = model.key;
+        }
         onOpened: list.activity.open(model.key)
         onTickWanted: list.activity.selection.toggle(model.key)
         onStopRequested: list.activity.stop(model.key)
