@@ -287,17 +287,19 @@ PowerSupplies PowerSupplies::combine(std::span<const PowerSupply> batteries,
     if (sum && voltage) put(registry, "Amperage", *sum * 1e9 / *voltage);
 
     // What a driver says is of its own battery alone.
-    std::optional<double> toEmpty = batteries.size() == 1 ? first.timeToEmpty : std::nullopt;
-    std::optional<double> toFull = batteries.size() == 1 ? first.timeToFull : std::nullopt;
+    const bool alone = batteries.size() == 1;
+    // 0 stands for what is not known: the compiler cannot follow an optional through what comes.
+    double toEmpty = alone ? first.timeToEmpty.value_or(0) : 0;
+    double toFull = alone ? first.timeToFull.value_or(0) : 0;
     const auto nominal = nominalVoltage(first);
     if (held && full && sum && *sum != 0 && nominal) {
         const double wattHours = *full * *nominal / 1e9;
         const double share = held->now / held->full;
-        if (!toEmpty && *sum < 0) toEmpty = wattHours * share / -*sum * 3600;
-        if (!toFull && *sum > 0) toFull = wattHours * (1 - share) / *sum * 3600;
+        if (toEmpty <= 0 && *sum < 0) toEmpty = wattHours * share / -*sum * 3600;
+        if (toFull <= 0 && *sum > 0) toFull = wattHours * (1 - share) / *sum * 3600;
     }
-    if (toEmpty) put(power, "Time to Empty", *toEmpty / 60);
-    if (toFull) put(power, "Time to Full Charge", *toFull / 60);
+    if (toEmpty > 0) put(power, "Time to Empty", toEmpty / 60);
+    if (toFull > 0) put(power, "Time to Full Charge", toFull / 60);
 
     for (const PowerSupply& adapter : adapters) {
         if (adapter.online != true) continue;
