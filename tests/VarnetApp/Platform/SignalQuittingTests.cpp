@@ -23,7 +23,7 @@ public:
 class SignalQuittingTest : public testing::Test {
 protected:
     /// A child that stands for an application.
-    std::unique_ptr<ChildProcess> start(const std::string& manner = "sleep 60") {
+    std::unique_ptr<ChildProcess> start(const std::string& manner = "exec sleep 60") {
         auto child = std::make_unique<ChildProcess>("/bin/sh", std::vector<std::string>{"sh", "-c", manner},
                                                     std::filesystem::temp_directory_path());
         std::uint64_t began = 0;
