@@ -41,6 +41,7 @@ void ActivityListModel::begin() {
         refresh();
     });
     refresh();
+    emit sortChanged();
 }
 
 /// The filter has changed, and with it maybe what the columns show.

@@ -18,6 +18,7 @@ Item {
         onClicked: heads.model.sortBy(2)
     }
     ColumnHead {
+        objectName: "primaryHead"
         x: heads.width - 116 - width
         text: Words.text(heads.model.primaryHead)
         sorted: heads.model.figuresSorted
