@@ -1,8 +1,10 @@
 #pragma once
 
+#include "probes/DiskWalk.h"
 #include "probes/vn_probes.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,6 +48,9 @@ public:
     virtual std::int32_t exists(std::int32_t pid) = 0;
     virtual std::int32_t signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
                                        std::int32_t signal) = 0;
+
+    /// A walk of its own; may be asked for from any thread. Null as vn_disk_open.
+    virtual std::unique_ptr<DiskWalk> walkDisk(const std::string& path, DiskScope scope) = 0;
 
     virtual std::uint32_t userID() = 0;         ///< the real user this program runs as
     virtual int activeProcessorCount() = 0;     ///< at least 1

@@ -2,7 +2,7 @@
 ///
 /// Every function is synchronous, fills caller-owned buffers, and reports failure by its result: it never
 /// raises and never prints. The stateless functions may be called from any thread. A handle (VNTable,
-/// VNListeners, VNSensors) belongs to one thread at a time.
+/// VNListeners, VNSensors, VNDiskWalk) belongs to one thread at a time.
 ///
 /// Process names and paths are bytes as the kernel gives them; they need not be valid UTF-8.
 #ifndef VARNET_VN_PROBES_H
@@ -183,6 +183,54 @@ int32_t vn_sensors_thermal_state(VNSensors* sensors);
 
 /// NULL is allowed.
 void vn_sensors_close(VNSensors* sensors);
+
+/// What a walked entry is.
+enum {
+    VN_DISK_DIRECTORY = 1,
+    VN_DISK_FILE = 2, ///< a regular file
+    VN_DISK_SYMLINK = 3,
+    VN_DISK_OTHER = 4, ///< a pipe, socket or device
+    VN_DISK_ERROR = 5  ///< something is there, or was a moment ago, that cannot be looked at
+};
+
+/// One entry of a walk. An entry of kind VN_DISK_ERROR holds its path and the error alone.
+typedef struct VNDiskEntry {
+    const char* path;   ///< full path, NUL-terminated, of any length; the walk's own until its next step
+    uint64_t inode;     ///< with `device`, which object it is
+    uint64_t allocated; ///< bytes it occupies
+    uint64_t logical;   ///< bytes it is long; 0 for a directory
+    uint64_t links;     ///< names it has
+    int64_t modified;   ///< seconds since 1970
+    int32_t device;
+    uint32_t owner; ///< user
+    uint32_t kind;
+    int32_t error; ///< errno
+} VNDiskEntry;
+
+/// A walk through everything at and below a path. It follows no symbolic link, tells a directory before what
+/// is in it and a directory's other entries before those of its subdirectories, in no particular order
+/// otherwise. Paths may be longer and trees deeper than any single call could take, and few descriptors are
+/// held open. What cannot be read is told as an error entry, and the walk goes on: a directory whose list
+/// cannot be read comes as a directory and once more as an error; so does one that encloses itself.
+typedef struct VNDiskWalk VNDiskWalk;
+
+/// Starts at a path. One where nothing is, or nothing can be looked at, gives a walk of a single error entry.
+/// @return a walk to be closed by the caller; NULL without memory, or when the path is NULL or empty
+VNDiskWalk* vn_disk_open(const char* path);
+
+/// The same, but does not enter a directory that lies on another device than the start; the directory itself
+/// is told.
+VNDiskWalk* vn_disk_open_volume(const char* path);
+
+/// One step.
+/// @return 1 when the entry was filled, 0 at the end, -1 on failure of the walk as a whole
+int32_t vn_disk_next(VNDiskWalk* walk, VNDiskEntry* entry);
+
+/// Leaves out what is below the directory that was told last. NULL is allowed.
+void vn_disk_skip(VNDiskWalk* walk);
+
+/// NULL is allowed.
+void vn_disk_close(VNDiskWalk* walk);
 
 #ifdef __cplusplus
 }
