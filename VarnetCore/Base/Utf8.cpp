@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 
 namespace varnet {
 
@@ -40,6 +41,20 @@ std::string repairedUtf8(std::string_view bytes) {
         result += length > 0 ? bytes.substr(0, length) : std::string_view("\xEF\xBF\xBD");
         bytes.remove_prefix(std::max<std::size_t>(length, 1));
     }
+    return result;
+}
+
+std::string composedUtf8(std::string_view bytes) {
+    const bool ascii =
+        std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    if (ascii) return std::string(bytes);
+    utf8proc_uint8_t* composed = nullptr;
+    const auto length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(bytes.data()),
+                                     static_cast<utf8proc_ssize_t>(bytes.size()), &composed,
+                                     static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
+    if (length < 0) return std::string(bytes);
+    std::string result(reinterpret_cast<const char*>(composed), static_cast<std::size_t>(length));
+    std::free(composed); // NOLINT(cppcoreguidelines-no-malloc): the library's own way
     return result;
 }
 

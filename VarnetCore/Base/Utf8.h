@@ -12,4 +12,8 @@ bool isValidUtf8(std::string_view bytes) noexcept;
 /// what the user reads and files hold is UTF-8.
 std::string repairedUtf8(std::string_view bytes);
 
+/// The text in its composed form (NFC): however an accent was typed, it comes out as one character. Bytes that
+/// are not UTF-8 come back as they are.
+std::string composedUtf8(std::string_view bytes);
+
 } // namespace varnet
