@@ -15,6 +15,21 @@ constexpr std::int32_t portCapacity = 64;
 constexpr std::size_t modelBufferSize = 256;
 constexpr std::int32_t fanCapacity = 10;
 
+class SystemDiskWalk final : public DiskWalk {
+public:
+    explicit SystemDiskWalk(VNDiskWalk* walk) : walk_(walk) {}
+
+    std::int32_t next(VNDiskEntry& entry) override { return vn_disk_next(walk_.get(), &entry); }
+    void skip() override { vn_disk_skip(walk_.get()); }
+
+private:
+    struct Close {
+        void operator()(VNDiskWalk* walk) const noexcept { vn_disk_close(walk); }
+    };
+
+    const std::unique_ptr<VNDiskWalk, Close> walk_;
+};
+
 } // namespace
 
 /// Reads into one buffer that stays, then copies what came: a fresh large buffer for every small text would
@@ -111,6 +126,12 @@ std::int32_t SystemProbes::exists(std::int32_t pid) {
 std::int32_t SystemProbes::signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
                                          std::int32_t signal) {
     return vn_signal_checked(pid, start, uid, signal);
+}
+
+std::unique_ptr<DiskWalk> SystemProbes::walkDisk(const std::string& path, DiskScope scope) {
+    const bool oneVolume = scope == DiskScope::oneVolume;
+    VNDiskWalk* const walk = oneVolume ? vn_disk_open_volume(path.c_str()) : vn_disk_open(path.c_str());
+    return walk != nullptr ? std::make_unique<SystemDiskWalk>(walk) : nullptr;
 }
 
 std::uint32_t SystemProbes::userID() {

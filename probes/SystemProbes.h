@@ -32,6 +32,7 @@ public:
     std::int32_t exists(std::int32_t pid) override;
     std::int32_t signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
                                std::int32_t signal) override;
+    std::unique_ptr<DiskWalk> walkDisk(const std::string& path, DiskScope scope) override;
     std::uint32_t userID() override;
     int activeProcessorCount() override;
     std::uint64_t physicalMemory() override;

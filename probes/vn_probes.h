@@ -211,7 +211,7 @@ typedef struct VNDiskEntry {
 /// is in it and a directory's other entries before those of its subdirectories, in no particular order
 /// otherwise. Paths may be longer and trees deeper than any single call could take, and few descriptors are
 /// held open. What cannot be read is told as an error entry, and the walk goes on: a directory whose list
-/// cannot be read comes as a directory and once more as an error; so does one that encloses itself.
+/// cannot be read comes as a directory and once more as an error; one that encloses itself as an error.
 typedef struct VNDiskWalk VNDiskWalk;
 
 /// Starts at a path. One where nothing is, or nothing can be looked at, gives a walk of a single error entry.

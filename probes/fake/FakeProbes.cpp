@@ -61,6 +61,11 @@ std::optional<std::vector<std::uint16_t>> FakeProbes::ports(std::int32_t pid) {
     return process == nullptr ? std::nullopt : process->ports;
 }
 
+std::unique_ptr<DiskWalk> FakeProbes::walkDisk(const std::string& path, DiskScope scope) {
+    const auto tree = trees.find(path);
+    return tree == trees.end() ? nullptr : std::make_unique<FakeDiskWalk>(tree->second, scope);
+}
+
 std::int32_t FakeProbes::exists(std::int32_t pid) {
     if (const auto answer = existsAnswers.find(pid); answer != existsAnswers.end()) return answer->second;
     return find(pid) == nullptr ? ESRCH : 0;

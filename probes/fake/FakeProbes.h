@@ -1,11 +1,13 @@
 #pragma once
 
 #include "probes/Probes.h"
+#include "probes/fake/FakeDiskWalk.h"
 
 #include <cerrno>
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -63,6 +65,7 @@ public:
     int cores = 4;
     std::uint64_t ram = 16'000'000'000;
     double uptime = 1000;
+    std::map<std::string, FakeTree> trees; ///< by the path walked; others cannot be opened
 
     Calls calls;
     std::vector<Signal> sent;
@@ -87,6 +90,7 @@ public:
     std::int32_t exists(std::int32_t pid) override;
     std::int32_t signalChecked(std::int32_t pid, std::uint64_t start, std::uint32_t uid,
                                std::int32_t signal) override;
+    std::unique_ptr<DiskWalk> walkDisk(const std::string& path, DiskScope scope) override;
     std::uint32_t userID() override { return user; }
     int activeProcessorCount() override { return cores; }
     std::uint64_t physicalMemory() override { return ram; }

@@ -1,6 +1,7 @@
 #include "probes/vn_probes.h"
 
 #include "probes/linux/CheckedSignal.h"
+#include "probes/linux/DiskWalker.h"
 #include "probes/linux/FanReadings.h"
 #include "probes/linux/KernelRoot.h"
 #include "probes/linux/Listeners.h"
@@ -48,6 +49,10 @@ struct VNListeners {
 struct VNSensors {
     std::string sys;
     varnet::probes::ThermalReadings thermal{sys};
+};
+
+struct VNDiskWalk {
+    varnet::probes::DiskWalker walker;
 };
 
 void vn_free(void* list) {
@@ -185,4 +190,34 @@ int32_t vn_sensors_thermal_state(VNSensors* sensors) {
 
 void vn_sensors_close(VNSensors* sensors) {
     delete sensors;
+}
+
+namespace {
+
+VNDiskWalk* openWalk(const char* path, bool oneVolume) noexcept {
+    if (path == nullptr || *path == '\0') return nullptr;
+    return guarded([&] { return new VNDiskWalk{varnet::probes::DiskWalker(path, oneVolume)}; }, nullptr);
+}
+
+} // namespace
+
+VNDiskWalk* vn_disk_open(const char* path) {
+    return openWalk(path, false);
+}
+
+VNDiskWalk* vn_disk_open_volume(const char* path) {
+    return openWalk(path, true);
+}
+
+int32_t vn_disk_next(VNDiskWalk* walk, VNDiskEntry* entry) {
+    if (walk == nullptr || entry == nullptr) return -1;
+    return guarded([&] { return walk->walker.next(*entry); }, -1);
+}
+
+void vn_disk_skip(VNDiskWalk* walk) {
+    if (walk != nullptr) walk->walker.skip();
+}
+
+void vn_disk_close(VNDiskWalk* walk) {
+    delete walk;
 }
