@@ -18,6 +18,18 @@ std::size_t characterLength(std::string_view bytes) noexcept {
     return length > 0 ? static_cast<std::size_t>(length) : 0;
 }
 
+/// What the library makes of the text; text that it does not understand comes back as it is.
+std::string mapped(std::string_view bytes, int options) {
+    utf8proc_uint8_t* made = nullptr;
+    const auto length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(bytes.data()),
+                                     static_cast<utf8proc_ssize_t>(bytes.size()), &made,
+                                     static_cast<utf8proc_option_t>(options));
+    if (length < 0) return std::string(bytes);
+    std::string result(reinterpret_cast<const char*>(made), static_cast<std::size_t>(length));
+    std::free(made); // NOLINT(cppcoreguidelines-no-malloc): the library's own way
+    return result;
+}
+
 } // namespace
 
 bool isValidUtf8(std::string_view bytes) noexcept {
@@ -47,15 +59,11 @@ std::string repairedUtf8(std::string_view bytes) {
 std::string composedUtf8(std::string_view bytes) {
     const bool ascii =
         std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-    if (ascii) return std::string(bytes);
-    utf8proc_uint8_t* composed = nullptr;
-    const auto length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(bytes.data()),
-                                     static_cast<utf8proc_ssize_t>(bytes.size()), &composed,
-                                     static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
-    if (length < 0) return std::string(bytes);
-    std::string result(reinterpret_cast<const char*>(composed), static_cast<std::size_t>(length));
-    std::free(composed); // NOLINT(cppcoreguidelines-no-malloc): the library's own way
-    return result;
+    return ascii ? std::string(bytes) : mapped(bytes, UTF8PROC_STABLE | UTF8PROC_COMPOSE);
+}
+
+std::string caseFoldedUtf8(std::string_view bytes) {
+    return mapped(bytes, UTF8PROC_STABLE | UTF8PROC_CASEFOLD | UTF8PROC_COMPOSE);
 }
 
 } // namespace varnet

@@ -44,7 +44,7 @@ std::optional<DiskCapacity> DiskCapacity::read() {
     bool first = true;
     for (const DiskRoot& root : diskRoots(std::nullopt, DiskVolumes::read())) {
         if (root.systemOnly) continue;
-        struct statvfs volume {};
+        struct statvfs volume{};
         const std::string disk = diskOf(root.path, mounts);
         if (first) capacity.name = labelOf(diskOf("/", mounts));
         const bool answered = statvfs(root.path.c_str(), &volume) == 0 && volume.f_blocks > 0;

@@ -18,9 +18,9 @@ void DiskIndexDatabase::Close::operator()(sqlite3* handle) const noexcept {
 
 DiskIndexResult<DiskIndexDatabase> DiskIndexDatabase::open(const std::string& path, Access access) {
     // No connection is shared between threads.
-    const int flags = SQLITE_OPEN_NOMUTEX | (access == Access::write
-                                                 ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE
-                                                 : SQLITE_OPEN_READONLY);
+    const int flags =
+        SQLITE_OPEN_NOMUTEX |
+        (access == Access::write ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READONLY);
     sqlite3* handle = nullptr;
     const int code = sqlite3_open_v2(path.c_str(), &handle, flags, nullptr);
     DiskIndexDatabase database(handle); // also a failed one has to be closed

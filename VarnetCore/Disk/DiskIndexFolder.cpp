@@ -24,7 +24,7 @@ constexpr std::string_view prefix = "varnet-disk-map-";
 int lockFolder(const std::filesystem::path& path) noexcept {
     const int folder = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (folder < 0) return -1;
-    struct stat status {};
+    struct stat status{};
     const bool ours = fstat(folder, &status) == 0 && status.st_uid == geteuid();
     if (ours && flock(folder, LOCK_EX | LOCK_NB) == 0) return folder;
     close(folder);
@@ -77,7 +77,7 @@ void DiskIndexFolder::removeStale(const std::filesystem::path& temporary) noexce
 
 std::filesystem::path DiskIndexFolder::temporary() {
     if (const char* named = std::getenv("TMPDIR"); named != nullptr && *named == '/') return named;
-    struct statfs volume {};
+    struct statfs volume{};
     if (statfs("/tmp", &volume) == 0 && volume.f_type != TMPFS_MAGIC) return "/tmp";
     return access("/var/tmp", W_OK | X_OK) == 0 ? "/var/tmp" : "/tmp";
 }

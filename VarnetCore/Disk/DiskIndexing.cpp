@@ -28,7 +28,8 @@ void DiskIndexing::run() {
         std::size_t position = 0;
         std::string_view path;
         while (const auto record = DiskRecordStream::next(*chunk, position, path)) {
-            const bool ends = record->kind != DiskRecord::Kind::entry && record->kind != DiskRecord::Kind::root;
+            const bool ends =
+                record->kind != DiskRecord::Kind::entry && record->kind != DiskRecord::Kind::root;
             if (!failed_ || ends) note(write(*record, path));
         }
         if (chunk->publish) {

@@ -23,8 +23,8 @@ public:
     /// Waits for the end of what was sent.
     ~DiskIndexing();
 
-    /// The database has refused something: the scan is to be stopped. What is still sent closes what is open as
-    /// far as that succeeds.
+    /// The database has refused something: the scan is to be stopped. What is still sent closes what is open
+    /// as far as that succeeds.
     bool failed() const noexcept { return failed_.load(std::memory_order_relaxed); }
 
     void send(const DiskRecord& record, std::string_view path) { stream_.add(record, path); }

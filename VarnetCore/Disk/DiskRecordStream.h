@@ -23,8 +23,8 @@ struct DiskRecord {
         rootEnd,    ///< the root has ended; `flag`: nothing was stopped
     };
     std::uint64_t bytes = 0;
-    std::uint64_t entriesRead = 0;   ///< so far
-    std::uint32_t unreadable = 0;    ///< so far
+    std::uint64_t entriesRead = 0;    ///< so far
+    std::uint32_t unreadable = 0;     ///< so far
     std::uint32_t skippedVolumes = 0; ///< so far
     std::uint32_t pathLength = 0;
     Kind kind = Kind::entry;
@@ -32,8 +32,8 @@ struct DiskRecord {
     bool isUnreadable = false;
 };
 
-/// A bounded way from one thread to another: records packed into chunks that are used over and over, so that a
-/// million of them cost no allocation each. The sender waits when the receiver is far behind.
+/// A bounded way from one thread to another: records packed into chunks that are used over and over, so that
+/// a million of them cost no allocation each. The sender waits when the receiver is far behind.
 class DiskRecordStream {
 public:
     struct Chunk {

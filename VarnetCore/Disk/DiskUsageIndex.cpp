@@ -144,7 +144,8 @@ private:
 
     DiskIndexResult<std::optional<DiskUsageScan>> readProgress() {
         auto query = DiskIndexStatement::prepare(
-            database_, "SELECT entries,unreadable,skipped,complete,stopped,date,failure FROM progress WHERE id=1");
+            database_,
+            "SELECT entries,unreadable,skipped,complete,stopped,date,failure FROM progress WHERE id=1");
         if (!query) return std::unexpected(query.error());
         const auto row = query->step();
         if (!row) return std::unexpected(row.error());
@@ -251,7 +252,8 @@ private:
 DiskUsageIndex::DiskUsageIndex(DiskIndexFolder folder)
     : folder_(std::move(folder)), database_((folder_.path() / "inventory.sqlite").string()) {}
 
-DiskIndexResult<std::shared_ptr<DiskUsageIndex>> DiskUsageIndex::make(const std::filesystem::path& temporary) {
+DiskIndexResult<std::shared_ptr<DiskUsageIndex>>
+DiskUsageIndex::make(const std::filesystem::path& temporary) {
     std::optional<DiskIndexFolder> folder = DiskIndexFolder::make(temporary);
     if (!folder) return std::unexpected(DiskIndexError{SQLITE_CANTOPEN});
     std::shared_ptr<DiskUsageIndex> index(new DiskUsageIndex(std::move(*folder)));

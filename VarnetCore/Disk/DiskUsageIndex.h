@@ -11,9 +11,9 @@
 
 namespace varnet {
 
-/// What one scan has measured, on disk: millions of entries do not belong into memory. Any folder of it can be
-/// asked for from any thread, also while the scan still writes: each question sees what was committed last and
-/// waits for nobody. Goes from the disk with the object.
+/// What one scan has measured, on disk: millions of entries do not belong into memory. Any folder of it can
+/// be asked for from any thread, also while the scan still writes: each question sees what was committed last
+/// and waits for nobody. Goes from the disk with the object.
 class DiskUsageIndex {
 public:
     /// @param temporary the folder in which it makes one of its own

@@ -1,5 +1,6 @@
 #include "VarnetCore/Disk/DiskUsageIndexWriter.h"
 
+#include "VarnetCore/Base/LexicalPath.h"
 #include "VarnetCore/Base/Utf8.h"
 
 #include <sqlite3.h>
@@ -22,13 +23,9 @@ std::uint64_t sum(std::uint64_t a, std::uint64_t b) noexcept {
     return __builtin_add_overflow(a, b, &result) ? std::numeric_limits<std::uint64_t>::max() : result;
 }
 
-std::string_view lastComponent(std::string_view path) noexcept {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string_view::npos ? path : path.substr(slash + 1);
-}
-
 std::string manyRows(std::size_t count) {
-    std::string sql = "INSERT INTO nodes(parent,name,directory,bytes,unreadable,finished) VALUES(?,?,?,?,?,?)";
+    std::string sql =
+        "INSERT INTO nodes(parent,name,directory,bytes,unreadable,finished) VALUES(?,?,?,?,?,?)";
     for (std::size_t row = 1; row < count; ++row)
         sql += ",(?,?,?,?,?,?)";
     return sql;
@@ -42,7 +39,8 @@ DiskUsageIndexWriter::DiskUsageIndexWriter(DiskIndexDatabase database, DiskIndex
     : db_(std::move(database)), insert_(std::move(insert)), insertMany_(std::move(insertMany)),
       update_(std::move(update)), clock_(&clock) {}
 
-DiskIndexResult<DiskUsageIndexWriter> DiskUsageIndexWriter::open(const std::string& path, const Clock& clock) {
+DiskIndexResult<DiskUsageIndexWriter> DiskUsageIndexWriter::open(const std::string& path,
+                                                                 const Clock& clock) {
     auto database = DiskIndexDatabase::open(path, DiskIndexDatabase::Access::write);
     if (!database) return std::unexpected(database.error());
     auto insert = DiskIndexStatement::prepare(
@@ -50,8 +48,8 @@ DiskIndexResult<DiskUsageIndexWriter> DiskUsageIndexWriter::open(const std::stri
     if (!insert) return std::unexpected(insert.error());
     auto insertMany = DiskIndexStatement::prepare(*database, manyRows(rowsPerInsert).c_str());
     if (!insertMany) return std::unexpected(insertMany.error());
-    auto update = DiskIndexStatement::prepare(*database,
-                                              "UPDATE nodes SET bytes=?,unreadable=?,finished=? WHERE id=?");
+    auto update =
+        DiskIndexStatement::prepare(*database, "UPDATE nodes SET bytes=?,unreadable=?,finished=? WHERE id=?");
     if (!update) return std::unexpected(update.error());
     // Unlike the journal's kind, how often it is flushed is each connection's own.
     if (auto set = database->execute("PRAGMA synchronous=NORMAL"); !set) return std::unexpected(set.error());
@@ -63,7 +61,7 @@ DiskIndexResult<DiskUsageIndexWriter> DiskUsageIndexWriter::open(const std::stri
 
 DiskIndexResult<> DiskUsageIndexWriter::startRoot(std::string_view path, bool systemOnly) {
     if (auto flushed = flush(); !flushed) return flushed;
-    const std::string name(systemOnly ? std::string_view("macOS") : lastComponent(path));
+    const std::string name(systemOnly ? std::string_view("macOS") : LexicalPath::lastComponent(path));
     if (systemOnly) {
         insert_.bind(1, std::int64_t{1});
     } else {
@@ -231,7 +229,8 @@ DiskIndexResult<> DiskUsageIndexWriter::flush() {
     }
     const DiskIndexResult<> inserted = insertMany_.run();
     if (!inserted)
-        return inserted.error().code == SQLITE_CONSTRAINT ? insertApart() : inserted; // nothing of it is there
+        return inserted.error().code == SQLITE_CONSTRAINT ? insertApart()
+                                                          : inserted; // nothing of it is there
     for (const Row& row : held_)
         remember(row);
     heldCount_ = 0;
@@ -251,8 +250,8 @@ DiskIndexResult<> DiskUsageIndexWriter::insertApart() {
             continue;
         }
         if (inserted.error().code != SQLITE_CONSTRAINT) return inserted;
-        // The same name twice: the folder was changed while it was read. One row stands for both; the space of
-        // both was seen and counts.
+        // The same name twice: the folder was changed while it was read. One row stands for both; the space
+        // of both was seen and counts.
         const auto existing = existingRow(row);
         if (!existing) return std::unexpected(existing.error());
         result = inserted;

@@ -15,9 +15,9 @@
 
 namespace varnet {
 
-/// Streams a walk into an index: folders before what is in them, and no word when a folder ends, which the next
-/// path tells. Always inside a transaction; what was committed last is what questions see. One writer an index,
-/// on one thread.
+/// Streams a walk into an index: folders before what is in them, and no word when a folder ends, which the
+/// next path tells. Always inside a transaction; what was committed last is what questions see. One writer an
+/// index, on one thread.
 class DiskUsageIndexWriter {
 public:
     /// Rows after which an unforced checkpoint commits.
@@ -77,7 +77,8 @@ private:
                          DiskIndexStatement update, const Clock& clock);
 
     DiskIndexResult<> closeDirectory(bool finished);
-    DiskIndexResult<> writeFrame(std::int64_t id, std::uint64_t bytes, std::uint64_t unreadable, bool finished);
+    DiskIndexResult<> writeFrame(std::int64_t id, std::uint64_t bytes, std::uint64_t unreadable,
+                                 bool finished);
     DiskIndexResult<> insertOne(const Row& row, const std::string& name);
     DiskIndexResult<> insertApart();
     DiskIndexResult<bool> giveUpComposedName(std::int64_t parent, const std::string& name);

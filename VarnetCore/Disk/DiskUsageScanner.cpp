@@ -1,5 +1,6 @@
 #include "VarnetCore/Disk/DiskUsageScanner.h"
 
+#include "VarnetCore/Base/LexicalPath.h"
 #include "VarnetCore/Disk/DiskIndexing.h"
 #include "VarnetCore/Disk/TopLevelRows.h"
 #include "VarnetCore/Storage/FileKey.h"
@@ -16,11 +17,6 @@ namespace varnet {
 namespace {
 
 constexpr const char* notSaved = "Couldn’t save the disk map. Try rescanning.";
-
-std::string_view lastComponent(std::string_view path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string_view::npos ? path : path.substr(slash + 1);
-}
 
 /// The state of one scan, on the thread that walks.
 class DiskWalkThrough {
@@ -73,14 +69,14 @@ private:
     void giveUp(const DiskRoot& root) {
         ++scan_.unreadable;
         rows_.put({root.systemOnly ? "/" : root.path,
-                   std::string(root.systemOnly ? std::string_view("macOS") : lastComponent(root.path)), true, 0,
-                   true});
+                   std::string(root.systemOnly ? std::string_view("macOS") : LexicalPath::lastComponent(root.path)), true,
+                   0, true});
     }
 
     void walkRoot(const DiskRoot& root) {
         tell(DiskRecord::Kind::root, root.path, root.systemOnly);
         const auto exclusions = exclusionsOf(root, setup_.volumes);
-        struct stat status {};
+        struct stat status{};
         std::unique_ptr<DiskWalk> walk;
         if (exclusions && lstat(root.path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
             walk = setup_.probes.walkDisk(root.path, DiskScope::oneVolume);

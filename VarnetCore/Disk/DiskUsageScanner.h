@@ -15,8 +15,9 @@
 
 namespace varnet {
 
-/// Measures a disk, or a folder: every entry once, each hard-linked file at the first name that is met. Changes
-/// nothing on the disk. One object serves one scan; it takes a thread of its own besides the caller's.
+/// Measures a disk, or a folder: every entry once, each hard-linked file at the first name that is met.
+/// Changes nothing on the disk. One object serves one scan; it takes a thread of its own besides the
+/// caller's.
 class DiskUsageScanner {
 public:
     struct Setup {

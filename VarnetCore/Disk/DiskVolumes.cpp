@@ -45,7 +45,7 @@ std::vector<std::string_view> fields(std::string_view line) {
 
 DiskVolumes DiskVolumes::read() {
     DiskVolumes volumes;
-    struct stat status {};
+    struct stat status{};
     volumes.dataVolume = stat(std::string(dataVolumePath).c_str(), &status) == 0;
     if (volumes.dataVolume) volumes.firmlinks = readSmallFile("/usr/share/firmlinks", 1 << 20);
     volumes.further = furtherRoots(readMountTable());

@@ -12,7 +12,8 @@ namespace varnet {
 struct DiskVolumes {
     /// A writable volume stands apart from the read-only system that is mounted at "/".
     bool dataVolume = false;
-    /// Where the system volume leads into the data volume: the text of its table; empty when it cannot be read.
+    /// Where the system volume leads into the data volume: the text of its table; empty when it cannot be
+    /// read.
     std::optional<std::string> firmlinks;
     /// Where further local file systems with the user's data are mounted: a separate /home, subvolumes.
     /// Ascending.

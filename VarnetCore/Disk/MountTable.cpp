@@ -13,13 +13,24 @@ namespace varnet {
 namespace {
 
 /// File systems that lie on a disk of this machine and may hold what people make.
-constexpr std::array diskTypes{"ext2", "ext3", "ext4",     "xfs",    "btrfs", "f2fs",
+constexpr std::array diskTypes{"ext2", "ext3", "ext4",     "xfs",    "btrfs",   "f2fs",
                                "jfs",  "zfs",  "bcachefs", "nilfs2", "reiserfs"};
 
 /// Places of what is plugged in, of containers and of packages that are mounted to be run.
-constexpr std::array foreignPlaces{"/media", "/run", "/mnt", "/proc", "/sys", "/dev", "/snap",
-                                   "/var/lib/docker", "/var/lib/containers", "/var/lib/snapd",
-                                   "/var/lib/lxc", "/var/lib/machines", "/var/lib/kubelet", "/boot"};
+constexpr std::array foreignPlaces{"/media",
+                                   "/run",
+                                   "/mnt",
+                                   "/proc",
+                                   "/sys",
+                                   "/dev",
+                                   "/snap",
+                                   "/var/lib/docker",
+                                   "/var/lib/containers",
+                                   "/var/lib/snapd",
+                                   "/var/lib/lxc",
+                                   "/var/lib/machines",
+                                   "/var/lib/kubelet",
+                                   "/boot"};
 
 bool liesBelow(std::string_view path, std::string_view folder) {
     if (folder == "/") return true;
@@ -64,7 +75,8 @@ bool holdsData(const Mount& mount) {
 bool removableByKernel(const std::string& device) {
     // A partition says it of the disk that it is part of.
     for (const char* place : {"/removable", "/../removable"})
-        if (const auto text = readSmallFile("/sys/dev/block/" + device + place, 64)) return text->starts_with('1');
+        if (const auto text = readSmallFile("/sys/dev/block/" + device + place, 64))
+            return text->starts_with('1');
     return false;
 }
 
@@ -101,8 +113,8 @@ std::vector<std::string> furtherRoots(const std::vector<Mount>& mounts,
     for (const Mount* mount : seen) {
         const bool first = mount->point == "/";
         if (!first && (!holdsData(*mount) || isRemovable(mount->device))) continue;
-        // Shown a second time: what is mounted here is part of, or encloses, what is there already. Subvolumes
-        // have roots of their own.
+        // Shown a second time: what is mounted here is part of, or encloses, what is there already.
+        // Subvolumes have roots of their own.
         const bool again = std::ranges::any_of(kept, [&](const Mount* other) {
             const bool same = other->device == mount->device && other->source == mount->source;
             return same && (liesBelow(mount->root, other->root) || liesBelow(other->root, mount->root));

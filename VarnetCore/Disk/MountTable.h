@@ -25,8 +25,8 @@ std::vector<Mount> parseMountTable(std::string_view text);
 /// What is mounted now, as this process sees it; empty when that cannot be read.
 std::vector<Mount> readMountTable();
 
-/// Where, besides "/", local file systems that hold the user's data are mounted: on a fixed disk, not on what is
-/// plugged in, fetched over the network, mounted for a container or shown a second time. Ascending.
+/// Where, besides "/", local file systems that hold the user's data are mounted: on a fixed disk, not on what
+/// is plugged in, fetched over the network, mounted for a container or shown a second time. Ascending.
 /// @param isRemovable by "major:minor"
 std::vector<std::string> furtherRoots(const std::vector<Mount>& mounts,
                                       const std::function<bool(const std::string& device)>& isRemovable);
