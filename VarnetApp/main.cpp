@@ -2,6 +2,7 @@
 #include "VarnetApp/Diagnostics/BatteryDiagnostics.h"
 #include "VarnetApp/Diagnostics/CommandLine.h"
 #include "VarnetApp/Diagnostics/Diagnostics.h"
+#include "VarnetApp/Diagnostics/DiskDiagnostics.h"
 #include "VarnetApp/Previews/Previews.h"
 
 #include <QGuiApplication>
@@ -9,6 +10,7 @@
 #include <QSGRendererInterface>
 
 #include <cstdio>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -40,6 +42,8 @@ int main(int argc, char** argv) {
         return 0;
     case CommandLine::Action::batteryDiagnose:
         return varnet::BatteryDiagnostics::run();
+    case CommandLine::Action::diskDiagnose:
+        return varnet::DiskDiagnostics::run(line.folder.empty() ? std::nullopt : std::optional(line.folder));
     case CommandLine::Action::diagnose:
         return varnet::Diagnostics::run();
     case CommandLine::Action::benchmark:

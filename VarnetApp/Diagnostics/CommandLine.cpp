@@ -16,6 +16,7 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 Shows what keeps this machine busy, and which of it may go.
 
   --battery-diagnose     measure the battery and print it as one JSON object
+  --disk-diagnose [DIR]  measure the whole disk, or a folder, and print what is on it
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
   --integration-test     find and stop a server of its own, print how that went as JSON
@@ -35,15 +36,16 @@ For development: with VARNET_KERNEL_ROOT set to a folder that holds "proc" and
 )";
 
 /// What follows a switch.
-enum class Takes { nothing, seconds, folder, language, name };
+enum class Takes { nothing, seconds, folder, optionalFolder, language, name };
 
 struct Switch {
     std::string_view name;
     Takes takes;
 };
 
-constexpr std::array<Switch, 11> switches{{
+constexpr std::array<Switch, 12> switches{{
     {"--battery-diagnose", Takes::nothing},
+    {"--disk-diagnose", Takes::optionalFolder},
     {"--diagnose", Takes::nothing},
     {"--benchmark", Takes::seconds},
     {"--integration-test", Takes::nothing},
@@ -93,7 +95,7 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         given.push_back(argument);
         if (known->takes == Takes::nothing || !hasValue) continue;
         const std::string_view value = arguments[++i];
-        if (known->takes == Takes::folder) {
+        if (known->takes == Takes::folder || known->takes == Takes::optionalFolder) {
             line.folder = value;
         } else if (known->takes == Takes::language) {
             line.language = value;
@@ -114,6 +116,8 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::version;
     } else if (has("--battery-diagnose")) {
         line.action = Action::batteryDiagnose;
+    } else if (has("--disk-diagnose")) {
+        line.action = Action::diskDiagnose;
     } else if (has("--diagnose")) {
         line.action = Action::diagnose;
     } else if (has("--benchmark")) {

@@ -12,6 +12,7 @@ struct CommandLine {
     enum class Action {
         start,
         batteryDiagnose,
+        diskDiagnose,
         diagnose,
         benchmark,
         integration,
@@ -23,7 +24,7 @@ struct CommandLine {
 
     Action action = Action::start;
     double seconds = 30;     ///< of a benchmark
-    std::string folder;      ///< that a renderer writes into
+    std::string folder;      ///< that a renderer writes into, or that is measured; empty: none was named
     std::string language;    ///< of what is rendered; empty: English
     std::string only;        ///< beginning of the names of the pictures to render; empty: all
     bool showWindow = false; ///< the main window opens whatever started the program

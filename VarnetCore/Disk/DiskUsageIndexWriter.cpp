@@ -82,21 +82,22 @@ DiskIndexResult<> DiskUsageIndexWriter::startRoot(std::string_view path, bool sy
     root->bind(3, std::int64_t{systemOnly});
     if (auto inserted = root->run(); !inserted) return inserted;
     if (stack_.empty()) stack_.emplace_back();
-    stack_.front() = {id, std::string(path), 0, 0};
+    path_ = path;
+    stack_.front() = {id, path.size(), 0, 0};
     depth_ = 1;
     return {};
 }
 
 DiskIndexResult<> DiskUsageIndexWriter::record(std::string_view path, bool directory, std::uint64_t bytes,
                                                bool unreadable) {
-    if (depth_ > 0 && path == stack_[depth_ - 1].path) {
+    if (depth_ > 0 && path == pathOfTop()) {
         stack_[depth_ - 1].unreadable += unreadable ? 1 : 0;
         return {};
     }
     const std::size_t slash = path.rfind('/');
     if (slash == std::string_view::npos || depth_ == 0) return {};
     const std::string_view parent = slash == 0 ? path.substr(0, 1) : path.substr(0, slash);
-    while (stack_[depth_ - 1].path != parent) {
+    while (pathOfTop() != parent) {
         if (depth_ == 1) return {};
         if (auto closed = closeDirectory(true); !closed) return closed;
     }
@@ -124,7 +125,8 @@ DiskIndexResult<> DiskUsageIndexWriter::record(std::string_view path, bool direc
         if (stack_.size() == depth_) stack_.emplace_back();
         Frame& frame = stack_[depth_++];
         frame.id = row.id;
-        frame.path.assign(path);
+        path_.assign(path);
+        frame.pathLength = path.size();
         frame.bytes = bytes;
         frame.unreadable = row.unreadable;
     } else {
@@ -133,6 +135,10 @@ DiskIndexResult<> DiskUsageIndexWriter::record(std::string_view path, bool direc
     }
     ++writes_;
     return {};
+}
+
+std::string_view DiskUsageIndexWriter::pathOfTop() const {
+    return std::string_view(path_).substr(0, stack_[depth_ - 1].pathLength);
 }
 
 DiskIndexResult<> DiskUsageIndexWriter::closeDirectory(bool finished) {

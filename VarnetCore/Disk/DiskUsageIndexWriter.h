@@ -57,7 +57,7 @@ private:
 
     struct Frame {
         std::int64_t id = 0;
-        std::string path;
+        std::size_t pathLength = 0; ///< its path is that much of `path_`
         std::uint64_t bytes = 0; ///< of itself and all below that is closed
         std::uint64_t unreadable = 0;
     };
@@ -76,6 +76,7 @@ private:
     DiskUsageIndexWriter(DiskIndexDatabase database, DiskIndexStatement insert, DiskIndexStatement insertMany,
                          DiskIndexStatement update, const Clock& clock);
 
+    std::string_view pathOfTop() const;
     DiskIndexResult<> closeDirectory(bool finished);
     DiskIndexResult<> writeFrame(std::int64_t id, std::uint64_t bytes, std::uint64_t unreadable,
                                  bool finished);
@@ -94,6 +95,7 @@ private:
     DiskIndexStatement update_;
     const Clock* clock_;
 
+    std::string path_;         ///< of the innermost folder that is or was open; each outer one's is its beginning
     std::vector<Frame> stack_; ///< folders from the root to where the walk is; the first `depth_` are in use
     std::size_t depth_ = 0;
     std::array<Row, rowsPerInsert> held_; ///< rows not yet in the database; the first `heldCount_`
