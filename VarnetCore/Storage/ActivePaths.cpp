@@ -11,6 +11,8 @@ namespace varnet {
 
 namespace {
 
+constexpr std::int32_t nobody = 0; ///< parent of what the kernel started
+
 struct Place {
     std::int32_t parent;
     bool ours;
@@ -49,6 +51,7 @@ std::expected<std::vector<std::string>, StorageCleanupError> activePaths(Probes&
         auto folder = probes.cwd(pid);
         if (!folder) {
             if (!probes.identity(pid)) continue; // gone
+            if (places[pid].parent == nobody) continue;
             folder = ancestorsFolder(probes, places, pid);
             if (!folder) return std::unexpected(StorageCleanupError::incomplete);
         }
