@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -14,8 +15,8 @@ struct DiscoveredFolders {
         std::optional<std::string> container;
     };
 
-    std::map<std::string, Folder> folders;   ///< by canonical path
-    std::unordered_set<std::string> visited; ///< searched, whether a project or not
+    std::map<std::string, Folder, std::less<>> folders; ///< by canonical path
+    std::unordered_set<std::string> visited;            ///< searched, whether a project or not
 };
 
 } // namespace varnet

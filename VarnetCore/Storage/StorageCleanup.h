@@ -61,7 +61,8 @@ public:
     Outcome clean(std::span<const StorageCandidate> candidates, const ActivePaths& activePaths) const;
 
 private:
-    std::expected<void, StorageCleanupError> checkContents(const std::string& path) const;
+    std::expected<void, StorageCleanupError> checkContents(const std::string& path,
+                                                           std::int32_t device) const;
 
     Setup setup_;
 };

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace varnet {
@@ -25,6 +26,7 @@ public:
     };
 
     static constexpr double standardTimeout = 3; ///< seconds
+    static constexpr std::string_view unavailable = "Git status unavailable";
 
     /// Where Git is installed; empty when it is not. PATH is not consulted. Looked up once.
     static const std::optional<std::string>& executable();

@@ -23,6 +23,8 @@
 
 namespace varnet {
 
+class ProjectMeasure;
+
 enum class RelatedWorktrees { leave, include };
 
 /// Finds the project folders below some locations and measures each with one walk. Changes nothing on disk.
@@ -57,13 +59,16 @@ public:
 private:
     bool stopped() const;
     void discover(const std::string& url, const std::string& source, int depth);
-    void discoverContainer(const std::string& url, const std::string& container);
     std::vector<std::string> children(const std::string& url);
     void addRelatedWorktrees();
+    void addRelated(const std::string& worktree);
     StorageProject descriptor(const std::string& path, const std::string& source,
                               const std::optional<std::string>& container);
     void measure(std::size_t index, const Update& update);
-    void addCandidates(StorageProject& project, const class ProjectMeasure& measure);
+    void addCandidates(StorageProject& project, const ProjectMeasure& measure);
+    void finish(bool incomplete);
+
+    static constexpr std::string_view conductor = "Conductor"; ///< source of what that manager keeps
 
     // Constant after construction.
     const Setup setup_;
@@ -75,7 +80,8 @@ private:
     DiscoveredFolders discovered_;
     bool includeRelated_ = false;
     std::int64_t visitedEntries_ = 0;
-    std::unordered_set<FileKey> seenLinks_; ///< for the whole scan: a shared file counts once
+    std::unordered_set<std::string_view> projectPaths_; ///< of all projects; the texts are discovered_'s
+    std::unordered_set<FileKey> seenLinks_;             ///< for the whole scan: a shared file counts once
     ProjectResolver resolver_;
 };
 
