@@ -143,11 +143,6 @@ std::string_view DiskUsageIndexWriter::pathOfTop() const {
 
 DiskIndexResult<> DiskUsageIndexWriter::closeDirectory(bool finished) {
     const Frame& frame = stack_[--depth_];
-    if (composedCount_ > 0)
-        if (const auto names = composed_.find(frame.id); names != composed_.end()) {
-            composedCount_ -= names->second.size();
-            composed_.erase(names);
-        }
     if (depth_ > 0) {
         Frame& parent = stack_[depth_ - 1];
         parent.bytes = sum(parent.bytes, frame.bytes);
@@ -320,11 +315,21 @@ DiskIndexResult<std::int64_t> DiskUsageIndexWriter::existingRow(const Row& row) 
 }
 
 void DiskUsageIndexWriter::remember(const Row& row) {
-    if (row.raw.empty() || composedCount_ >= mostComposed) return;
-    // Once its folder is through, no sibling can come.
-    for (std::size_t frame = 0; frame < depth_; ++frame)
-        if (stack_[frame].id == row.parent && composed_[row.parent].emplace(row.name, row.raw).second)
-            ++composedCount_;
+    if (row.raw.empty()) return;
+    if (composedCount_ >= mostComposed) forgetClosed();
+    if (composedCount_ < mostComposed && composed_[row.parent].emplace(row.name, row.raw).second)
+        ++composedCount_;
+}
+
+/// Once a folder is through, no sibling can come.
+void DiskUsageIndexWriter::forgetClosed() {
+    const std::span open(stack_.data(), depth_);
+    std::erase_if(composed_, [&](const auto& names) {
+        return std::ranges::find(open, names.first, &Frame::id) == open.end();
+    });
+    composedCount_ = 0;
+    for (const auto& [folder, names] : composed_)
+        composedCount_ += names.size();
 }
 
 } // namespace varnet

@@ -87,6 +87,7 @@ private:
     DiskIndexResult<> insertUnderSomeName(Row& row);
     void replaceID(std::int64_t dropped, std::int64_t by, std::span<Row> later);
     void remember(const Row& row);
+    void forgetClosed();
 
     // In this order: statements end before their connection.
     DiskIndexDatabase db_;

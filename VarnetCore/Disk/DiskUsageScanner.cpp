@@ -68,9 +68,10 @@ private:
     /// A root of which nothing can be said.
     void giveUp(const DiskRoot& root) {
         ++scan_.unreadable;
-        rows_.put({root.systemOnly ? "/" : root.path,
-                   std::string(root.systemOnly ? std::string_view("macOS") : LexicalPath::lastComponent(root.path)), true,
-                   0, true});
+        rows_.put(
+            {root.systemOnly ? "/" : root.path,
+             std::string(root.systemOnly ? std::string_view("macOS") : LexicalPath::lastComponent(root.path)),
+             true, 0, true});
     }
 
     void walkRoot(const DiskRoot& root) {
