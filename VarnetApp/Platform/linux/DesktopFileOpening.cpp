@@ -71,24 +71,55 @@ bool DesktopFileOpening::openUrl(const std::string& text) {
     return (*bus_)->send(call);
 }
 
-bool DesktopFileOpening::revealFile(const std::string& path) {
-    struct stat info{};
-    if (!path.starts_with('/') || lstat(path.c_str(), &info) != 0) {
+bool DesktopFileOpening::revealFiles(const std::vector<std::string>& paths) {
+    QStringList uris;
+    std::string first;
+    for (const std::string& path : paths) {
+        struct stat info{};
+        if (!path.starts_with('/') || lstat(path.c_str(), &info) != 0) {
+            continue;
+        }
+        if (uris.isEmpty()) {
+            first = path;
+        }
+        uris.append(fileUri(path));
+    }
+    if (uris.isEmpty()) {
         return false;
     }
     if (!reachable(fileManager())) {
-        return openFolderOf(path);
+        return openFolderOf(first);
     }
     QDBusMessage call =
         QDBusMessage::createMethodCall(fileManager(), QStringLiteral("/org/freedesktop/FileManager1"),
                                        fileManager(), QStringLiteral("ShowItems"));
-    call.setArguments({QStringList{fileUri(path)}, QString()});
-    bus_->call(call, answerTimeout, this, [this, path](const QDBusMessage& reply) {
+    call.setArguments({uris, QString()});
+    bus_->call(call, answerTimeout, this, [this, first](const QDBusMessage& reply) {
         if (reply.type() == QDBusMessage::ErrorMessage) {
-            openFolderOf(path);
+            openFolderOf(first);
         }
     });
     return true;
+}
+
+bool DesktopFileOpening::openApplication(const std::vector<std::string>& names) {
+    const std::string launcher = findProgram("gtk-launch", programs_);
+    const std::vector<std::string> folders = DesktopPlaces::current().applications;
+    for (const std::string& name : names) {
+        for (const std::string& folder : folders) {
+            if (::access((folder + "/" + name + ".desktop").c_str(), R_OK) != 0) {
+                continue;
+            }
+            if (!launcher.empty() && startProgram(launcher, {name})) {
+                return true;
+            }
+        }
+        if (const std::string program = findProgram(name, programs_);
+            !program.empty() && startProgram(program, {})) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool DesktopFileOpening::startOpener(const std::string& what) const {

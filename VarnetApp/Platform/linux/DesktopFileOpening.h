@@ -24,7 +24,8 @@ public:
     ~DesktopFileOpening() override;
 
     bool openUrl(const std::string& url) override;
-    bool revealFile(const std::string& path) override;
+    bool revealFiles(const std::vector<std::string>& paths) override;
+    bool openApplication(const std::vector<std::string>& names) override;
 
 private:
     bool startOpener(const std::string& what) const;

@@ -1,0 +1,236 @@
+#include "VarnetApp/StorageStore/DiskStorageStore.h"
+
+#include "VarnetCore/Monitoring/MonitorSnapshot.h"
+#include "VarnetCore/Storage/ActivePaths.h"
+#include "VarnetCore/Storage/StoragePaths.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace varnet {
+
+namespace {
+
+constexpr const char* foldersKey = "storageFolders";
+constexpr const char* localFolder = "Local folder";
+
+StorageLocation locationOf(const std::string& path) {
+    return {path, localFolder};
+}
+
+/// What a clean came to, in words.
+QString sentence(const StorageCleanup::Outcome& outcome) {
+    const QString moved = QString::number(outcome.moved);
+    if (outcome.failures.empty())
+        return "Moved " + moved + " folder" + (outcome.moved == 1 ? "" : "s") +
+               " to Trash. Space is freed when you empty Trash. Reinstall dependencies before using that "
+               "project "
+               "again.";
+    QStringList lines;
+    for (const std::string& failure : outcome.failures)
+        lines.append(QString::fromStdString(failure));
+    return moved + " moved; " + QString::number(lines.size()) + " skipped. " + lines.join('\n');
+}
+
+} // namespace
+
+std::vector<std::string> observedProjects(const MonitorSnapshot& snapshot) {
+    std::set<std::string> roots;
+    for (const ApplicationGroup& group : snapshot.groups)
+        for (const SampleRef& process : group.processes)
+            if (process->project) roots.insert(process->project->root);
+    return {roots.begin(), roots.end()};
+}
+
+DiskStorageStore::DiskStorageStore(Setup setup, WholeDiskStore& wholeDisk)
+    : setup_(std::move(setup)), wholeDisk_(wholeDisk) {
+    if (setup_.defaults) savedFolders_ = setup_.defaults->value(foldersKey).toStringList();
+}
+
+DiskStorageStore::~DiskStorageStore() {
+    if (cancellation_) cancellation_->cancel();
+}
+
+void DiskStorageStore::select(std::optional<StorageProject> project) {
+    selected_ = std::move(project);
+    emit sheetsChanged();
+}
+
+void DiskStorageStore::openReview(std::optional<StorageProject> project) {
+    review_ = std::move(project);
+    if (review_) selected_.reset();
+    emit sheetsChanged();
+}
+
+void DiskStorageStore::refresh(const std::vector<std::string>& projects,
+                               std::optional<StorageLocation> only) {
+    if (setup_.preview) return;
+    if (cancellation_) cancellation_->cancel();
+    progress_ = "Finding workspaces…";
+    std::vector<StorageLocation> locations;
+    if (only) {
+        locations.push_back(*only);
+    } else {
+        locations = StoragePaths::defaults(setup_.home);
+        for (const QString& folder : savedFolders_)
+            locations.push_back(locationOf(folder.toStdString()));
+        for (const std::string& root : projects)
+            locations.push_back({root, "Observed project"});
+    }
+    cancellation_ = std::make_shared<StorageCancellation>();
+    message_.clear();
+    emit changed();
+    setup_.jobs.post([this, alive = std::weak_ptr(alive_), token = cancellation_, &main = setup_.mainQueue,
+                      setup = StorageScanner::Setup{.token = cancellation_,
+                                                    .probes = setup_.probes,
+                                                    .clock = setup_.clock,
+                                                    .home = setup_.home,
+                                                    .seconds = std::nullopt,
+                                                    .entryLimit = std::nullopt,
+                                                    .git = setup_.git},
+                      locations = std::move(locations),
+                      related = only ? RelatedWorktrees::leave : RelatedWorktrees::include] {
+        // A scan that another one has replaced says nothing any more.
+        const auto hop = [this, &main, &alive, &token](std::function<void()> work) {
+            main.post([this, alive, token, work = std::move(work)] {
+                if (alive.lock() && cancellation_ == token) work();
+            });
+        };
+        StorageScanner scanner(setup);
+        StorageScan last = scanner.scan(
+            locations, related,
+            [&](const std::string& text) {
+                hop([this, text = QString::fromStdString(text)] {
+                    progress_ = text;
+                    emit changed();
+                });
+            },
+            [&](const StorageScan& scan) {
+                hop([this, scan = std::make_shared<const StorageScan>(scan)] {
+                    scan_ = scan;
+                    emit scanChanged();
+                });
+            });
+        hop([this, scan = std::make_shared<const StorageScan>(std::move(last))] {
+            scan_ = scan;
+            cancellation_.reset();
+            emit scanChanged();
+            emit changed();
+        });
+    });
+}
+
+void DiskStorageStore::stopScan() {
+    // Its end comes back by itself, with what it has.
+    if (cancellation_) cancellation_->cancel();
+}
+
+void DiskStorageStore::addFolder(const std::string& chosen, const std::vector<std::string>& projects) {
+    if (setup_.preview) {
+        setMessage("Example data. Add folders in the installed app.");
+        return;
+    }
+    const std::string path = StoragePaths::canonical(chosen);
+    if (path == "/" || path == StoragePaths::canonical(setup_.home)) {
+        setMessage("Choose a folder containing projects, rather than your whole disk or home folder.");
+        return;
+    }
+    const QString text = QString::fromStdString(path);
+    if (!savedFolders_.contains(text)) {
+        savedFolders_.append(text);
+        saveFolders();
+    }
+    focusFolder(path, projects);
+}
+
+void DiskStorageStore::removeFolder(const std::string& path, const std::vector<std::string>& projects) {
+    if (setup_.preview) return;
+    savedFolders_.removeAll(QString::fromStdString(path));
+    saveFolders();
+    emit changed();
+    if (focusedFolder_ && focusedFolder_->path == path) focusFolder(std::nullopt, projects);
+}
+
+void DiskStorageStore::focusFolder(std::optional<std::string> path,
+                                   const std::vector<std::string>& projects) {
+    focusedFolder_ = path ? std::optional(locationOf(*path)) : std::nullopt;
+    refresh(projects, focusedFolder_);
+    emit changed();
+}
+
+void DiskStorageStore::reveal(const std::string& path) {
+    if (!setup_.preview && setup_.files) setup_.files->revealFile(path);
+}
+
+void DiskStorageStore::revealTrash() {
+    if (!setup_.preview && setup_.files) setup_.files->revealFiles(trashLocations_);
+}
+
+void DiskStorageStore::openConductor() {
+    if (!setup_.preview && setup_.files &&
+        setup_.files->openApplication({"com.conductor.app", "conductor", "Conductor"}))
+        return;
+    setMessage("Open Conductor and archive the workspace there. This preserves its workspace records.");
+}
+
+void DiskStorageStore::clean(std::vector<StorageCandidate> candidates,
+                             const std::vector<std::string>& projects) {
+    if (setup_.preview) {
+        setMessage("Example data — no files were moved.");
+        return;
+    }
+    if (cleaning_ || scanning() || candidates.empty() || !setup_.trash) return;
+    cleaning_ = true;
+    message_.clear();
+    emit changed();
+    setup_.jobs.post([this, alive = std::weak_ptr(alive_), &main = setup_.mainQueue, &probes = setup_.probes,
+                      &trash = *setup_.trash, git = setup_.git.value_or(StorageGit(setup_.home)),
+                      candidates = std::move(candidates), projects] {
+        const StorageCleanup cleanup({.probes = probes, .trash = trash, .git = git});
+        StorageCleanup::Outcome outcome = cleanup.clean(candidates, [&] { return activePaths(probes); });
+        main.post([this, alive, projects, outcome = std::move(outcome)] {
+            if (!alive.lock()) return;
+            cleaning_ = false;
+            review_.reset();
+            trashLocations_ = outcome.trashLocations;
+            emit sheetsChanged();
+            if (setup_.didClean) setup_.didClean(outcome.moved, outcome.bytes);
+            refresh(projects, focusedFolder_);
+            setMessage(sentence(outcome));
+        });
+    });
+}
+
+void DiskStorageStore::dismissMessage() {
+    setMessage({});
+}
+
+void DiskStorageStore::setMessage(QString message) {
+    if (message_ == message) return;
+    message_ = std::move(message);
+    emit changed();
+}
+
+void DiskStorageStore::saveFolders() {
+    if (!setup_.defaults) return;
+    setup_.defaults->setValue(foldersKey, savedFolders_);
+    setup_.defaults->sync();
+}
+
+void DiskStorageStore::setPreview(std::shared_ptr<const StorageScan> scan, bool scanning, QString progress,
+                                  bool cleaning, QString message, std::vector<std::string> trashLocations,
+                                  QStringList savedFolders) {
+    if (!setup_.preview) return;
+    scan_ = std::move(scan);
+    cancellation_ = scanning ? std::make_shared<StorageCancellation>() : nullptr;
+    progress_ = std::move(progress);
+    cleaning_ = cleaning;
+    message_ = std::move(message);
+    trashLocations_ = std::move(trashLocations);
+    savedFolders_ = std::move(savedFolders);
+    emit scanChanged();
+    emit changed();
+}
+
+} // namespace varnet
