@@ -2,6 +2,7 @@
 #include "VarnetApp/Diagnostics/BatteryDiagnostics.h"
 #include "VarnetApp/Diagnostics/CommandLine.h"
 #include "VarnetApp/Diagnostics/Diagnostics.h"
+#include "VarnetApp/Diagnostics/StorageDiagnostics.h"
 #include "VarnetApp/Previews/Previews.h"
 
 #include <QGuiApplication>
@@ -40,6 +41,8 @@ int main(int argc, char** argv) {
         return 0;
     case CommandLine::Action::batteryDiagnose:
         return varnet::BatteryDiagnostics::run();
+    case CommandLine::Action::storageDiagnose:
+        return varnet::StorageDiagnostics::run(line.folders);
     case CommandLine::Action::diagnose:
         return varnet::Diagnostics::run();
     case CommandLine::Action::benchmark:

@@ -16,6 +16,9 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 Shows what keeps this machine busy, and which of it may go.
 
   --battery-diagnose     measure the battery and print it as one JSON object
+  --storage-diagnose [FOLDER...]
+                         find the projects in the usual places and in these folders,
+                         print what they occupy as one JSON object
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
   --integration-test     find and stop a server of its own, print how that went as JSON
@@ -35,15 +38,16 @@ For development: with VARNET_KERNEL_ROOT set to a folder that holds "proc" and
 )";
 
 /// What follows a switch.
-enum class Takes { nothing, seconds, folder, language, name };
+enum class Takes { nothing, seconds, folder, folders, language, name };
 
 struct Switch {
     std::string_view name;
     Takes takes;
 };
 
-constexpr std::array<Switch, 11> switches{{
+constexpr std::array<Switch, 12> switches{{
     {"--battery-diagnose", Takes::nothing},
+    {"--storage-diagnose", Takes::folders},
     {"--diagnose", Takes::nothing},
     {"--benchmark", Takes::seconds},
     {"--integration-test", Takes::nothing},
@@ -92,6 +96,11 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         if (known->takes == Takes::folder && !hasValue) continue;
         given.push_back(argument);
         if (known->takes == Takes::nothing || !hasValue) continue;
+        if (known->takes == Takes::folders) {
+            while (i + 1 < arguments.size() && !arguments[i + 1].starts_with("--"))
+                line.folders.emplace_back(arguments[++i]);
+            continue;
+        }
         const std::string_view value = arguments[++i];
         if (known->takes == Takes::folder) {
             line.folder = value;
@@ -114,6 +123,8 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::version;
     } else if (has("--battery-diagnose")) {
         line.action = Action::batteryDiagnose;
+    } else if (has("--storage-diagnose")) {
+        line.action = Action::storageDiagnose;
     } else if (has("--diagnose")) {
         line.action = Action::diagnose;
     } else if (has("--benchmark")) {
