@@ -3,6 +3,7 @@
 #include "VarnetApp/Diagnostics/CommandLine.h"
 #include "VarnetApp/Diagnostics/Diagnostics.h"
 #include "VarnetApp/Diagnostics/DiskDiagnostics.h"
+#include "VarnetApp/Diagnostics/StorageDiagnostics.h"
 #include "VarnetApp/Previews/Previews.h"
 
 #include <QGuiApplication>
@@ -43,7 +44,9 @@ int main(int argc, char** argv) {
     case CommandLine::Action::batteryDiagnose:
         return varnet::BatteryDiagnostics::run();
     case CommandLine::Action::diskDiagnose:
-        return varnet::DiskDiagnostics::run(line.folder.empty() ? std::nullopt : std::optional(line.folder));
+        return varnet::DiskDiagnostics::run(line.folders);
+    case CommandLine::Action::storageDiagnose:
+        return varnet::StorageDiagnostics::run(line.folders);
     case CommandLine::Action::diagnose:
         return varnet::Diagnostics::run();
     case CommandLine::Action::benchmark:

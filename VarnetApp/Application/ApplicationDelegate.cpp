@@ -13,16 +13,19 @@
 #include "VarnetApp/Platform/ApplicationCatalog.h"
 #include "VarnetApp/Platform/ApplicationQuitting.h"
 #include "VarnetApp/Platform/BatteryPower.h"
+#include "VarnetApp/Platform/DesktopTrash.h"
 #include "VarnetApp/Platform/FileOpening.h"
 #include "VarnetApp/Platform/LoginItem.h"
 #include "VarnetApp/Platform/Notifications.h"
 #include "VarnetApp/Platform/SingleInstance.h"
 #include "VarnetApp/Platform/SleepWatch.h"
 #include "VarnetApp/Platform/TrayItem.h"
+#include "VarnetApp/StorageStore/DiskStorageStore.h"
 #include "VarnetCore/Base/SerialQueue.h"
 #include "VarnetCore/Battery/BatteryTracker.h"
 #include "probes/SystemProbes.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QPixmap>
@@ -94,7 +97,10 @@ private:
         trayTimer_.start(trayPatience);
     }
 
-    void willTerminate() { defaults_.sync(); }
+    void willTerminate() {
+        wholeDisk_.discard();
+        defaults_.sync();
+    }
 
     /// Without a tray the main window is the program.
     void standInForTray() {
@@ -181,6 +187,27 @@ private:
                  return battery ? battery->warning : std::nullopt;
              },
          }}};
+    // Each with a thread behind it once it is used. They end after the stores that post to them.
+    BackgroundQueue storageJobs_;
+    BackgroundQueue diskScans_;
+    BackgroundQueue diskQuestions_;
+    SystemProbes storageProbes_; ///< the engine's own are the engine's queue's
+    std::unique_ptr<Trash> trash_ = platform::makeTrash();
+    WholeDiskStore wholeDisk_{{.probes = storageProbes_,
+                               .clock = clock_,
+                               .mainQueue = mainQueue_,
+                               .scans = diskScans_,
+                               .questions = diskQuestions_,
+                               .files = fileOpening_.get()}};
+    DiskStorageStore storage_{{.probes = storageProbes_,
+                               .clock = clock_,
+                               .mainQueue = mainQueue_,
+                               .jobs = storageJobs_,
+                               .home = QDir::homePath().toStdString(),
+                               .defaults = &defaults_,
+                               .files = fileOpening_.get(),
+                               .trash = trash_.get()},
+                              wholeDisk_};
     DockFlame flame_{store_.settings()};
     ViewContext context_{
         store_,
@@ -188,7 +215,8 @@ private:
         clock_,
         &flame_,
         {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }},
-        fileOpening_.get()};
+        fileOpening_.get(),
+        &storage_};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{

@@ -12,6 +12,7 @@ namespace varnet {
 
 class AppLocalization;
 class Clock;
+class DiskStorageStore;
 class DockFlame;
 class VarnetStore;
 
@@ -39,6 +40,7 @@ struct ViewContext {
     DockFlame* dockFlame = nullptr; ///< null: no flame to set up
     ViewActions actions = {};
     platform::FileOpening* files = nullptr; ///< null: nobody opens addresses and shows files
+    DiskStorageStore* storage = nullptr;    ///< null: no page measures disks
 
     /// Makes the context known to an engine before it loads anything.
     void give(QQmlEngine& engine);

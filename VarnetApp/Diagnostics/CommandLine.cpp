@@ -17,6 +17,9 @@ Shows what keeps this machine busy, and which of it may go.
 
   --battery-diagnose     measure the battery and print it as one JSON object
   --disk-diagnose [DIR]  measure the whole disk, or a folder, and print what is on it
+  --storage-diagnose [FOLDER...]
+                         find the projects in the usual places and in these folders,
+                         print what they occupy as one JSON object
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
   --integration-test     find and stop a server of its own, print how that went as JSON
@@ -36,16 +39,17 @@ For development: with VARNET_KERNEL_ROOT set to a folder that holds "proc" and
 )";
 
 /// What follows a switch.
-enum class Takes { nothing, seconds, folder, optionalFolder, language, name };
+enum class Takes { nothing, seconds, folder, folders, language, name };
 
 struct Switch {
     std::string_view name;
     Takes takes;
 };
 
-constexpr std::array<Switch, 12> switches{{
+constexpr std::array<Switch, 13> switches{{
     {"--battery-diagnose", Takes::nothing},
-    {"--disk-diagnose", Takes::optionalFolder},
+    {"--disk-diagnose", Takes::folders},
+    {"--storage-diagnose", Takes::folders},
     {"--diagnose", Takes::nothing},
     {"--benchmark", Takes::seconds},
     {"--integration-test", Takes::nothing},
@@ -94,8 +98,15 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         if (known->takes == Takes::folder && !hasValue) continue;
         given.push_back(argument);
         if (known->takes == Takes::nothing || !hasValue) continue;
+        if (known->takes == Takes::folders) {
+            while (i + 1 < arguments.size() && !arguments[i + 1].starts_with("--"))
+                line.folders.emplace_back(arguments[++i]);
+            if (argument == "--disk-diagnose" && line.folders.size() > 1)
+                return refused("--disk-diagnose measures one folder.");
+            continue;
+        }
         const std::string_view value = arguments[++i];
-        if (known->takes == Takes::folder || known->takes == Takes::optionalFolder) {
+        if (known->takes == Takes::folder) {
             line.folder = value;
         } else if (known->takes == Takes::language) {
             line.language = value;
@@ -118,6 +129,8 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::batteryDiagnose;
     } else if (has("--disk-diagnose")) {
         line.action = Action::diskDiagnose;
+    } else if (has("--storage-diagnose")) {
+        line.action = Action::storageDiagnose;
     } else if (has("--diagnose")) {
         line.action = Action::diagnose;
     } else if (has("--benchmark")) {

@@ -37,12 +37,12 @@ int fail(const char* sentence) {
 
 } // namespace
 
-int run(const std::optional<std::string>& folder) {
+int run(const std::vector<std::string>& folders) {
     std::optional<std::string> path;
-    if (folder) {
+    if (!folders.empty()) {
         std::error_code error;
         const std::string here = std::filesystem::current_path(error).string();
-        path = LexicalPath::resolved(*folder, error ? "/" : here);
+        path = LexicalPath::resolved(folders.front(), error ? "/" : here);
     }
     DiskIndexFolder::removeStale(DiskIndexFolder::temporary());
     const auto index = DiskUsageIndex::make();

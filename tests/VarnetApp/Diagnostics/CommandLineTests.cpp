@@ -57,5 +57,12 @@ TEST(CommandLineTest, switchesAndRefusals) {
     }
 }
 
+TEST(CommandLineTest, storageDiagnoseTakesAllFoldersBehindIt) {
+    const std::vector<std::string_view> arguments{"--storage-diagnose", "a", "b c", "--diagnose"};
+    const CommandLine line = CommandLine::parse(arguments);
+    EXPECT_EQ(line.action, Action::storageDiagnose);
+    EXPECT_EQ(line.folders, (std::vector<std::string>{"a", "b c"}));
+}
+
 } // namespace
 } // namespace varnet

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -115,6 +116,36 @@ TEST_F(ProgramTest, batteryDiagnoseSucceedsWhereNothingCanBeReadOrKept) {
     EXPECT_EQ(report["reading"]["availability"], "unavailable");
     EXPECT_EQ(report["historySaved"], false);
     EXPECT_EQ(report["historyWarning"], "Battery history could not be saved. Live readings still work.");
+}
+
+TEST_F(ProgramTest, storageDiagnosePrintsWhatProjectsOccupy) {
+    folder_.write("code/web/package.json", "{}");
+    folder_.write("code/web/.gitignore", "node_modules\n");
+    folder_.write("code/web/node_modules/a/file", std::string(100'000, 'x'));
+    folder_.write(".codex/worktrees/task/.git", "gitdir: /nowhere");
+    const std::string prepare = "cd '" + folder_.path("code/web") + "' && git init -q -b main .";
+    ASSERT_EQ(std::system(prepare.c_str()), 0);
+    const Outcome outcome = run("--storage-diagnose code missing");
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+    const Json report = Json::parse(outcome.output, nullptr, false);
+    ASSERT_TRUE(report.is_object()) << outcome.output;
+    EXPECT_EQ(report["measured"], 2);
+    EXPECT_GT(report["items"].get<int>(), 7);
+    EXPECT_GT(report["allocatedBytes"].get<int>(), report["reviewBytes"].get<int>());
+    EXPECT_GE(report["reviewBytes"].get<int>(), 100'000);
+    EXPECT_GE(report["logicalBytes"].get<int>(), 100'000);
+    EXPECT_EQ(report["notes"], Json::array());
+    ASSERT_EQ(report["projects"].size(), 2U);
+    const Json& web = report["projects"][0]; // the largest
+    EXPECT_EQ(web["path"], folder_.path("code/web"));
+    EXPECT_EQ(web["source"], "Local folder");
+    EXPECT_EQ(web["branch"], "main");
+    EXPECT_EQ(web["partial"], false);
+    EXPECT_EQ(web["gitSummary"], "Uncommitted or untracked files · upstream not verified");
+    EXPECT_EQ(web["candidates"][0]["relativePath"], "node_modules");
+    EXPECT_TRUE(web["buckets"].contains("Dependencies"));
+    EXPECT_EQ(report["projects"][1]["source"], "Codex");
+    EXPECT_EQ(report["projects"][1]["worktree"], true);
 }
 
 TEST_F(ProgramTest, benchmarkPrintsItsObject) {
