@@ -69,7 +69,7 @@ private:
         // Sideways only: the pen may stand half its width above a full value.
         painter_.setClipRect(QRectF(scale_.plot.left(), 0, scale_.plot.width(), size_.height()),
                              Qt::IntersectClip);
-        for (const std::span<const int> run : joinedRuns(chart_.points, drawable_, chart_.gap)) {
+        for (const std::span<const int> run : joinedRuns(chart_.points, drawable_, chart_.gap, chart_.starts)) {
             std::vector<QPointF> mapped;
             mapped.reserve(run.size());
             for (const int index : run)
