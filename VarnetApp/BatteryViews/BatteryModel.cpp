@@ -78,7 +78,7 @@ void BatteryModel::refreshSession(const BatteryDashboard* battery, Date now) {
     sessionNote_.clear();
     if (session) {
         apps_.update(hungriestApps(*session, shownApps, locale));
-        sessionAbout_ = BatteryTexts::measured(session->observedSeconds) + " · " +
+        sessionAbout_ = BatteryTexts::measured(session->observedSeconds) + " measured · " +
                         BatteryTexts::charges(*session, locale);
         if (apps_.size() == 0) {
             sessionNotice_ = running ? "Still gathering evidence." : "Nothing was measured.";
@@ -87,8 +87,9 @@ void BatteryModel::refreshSession(const BatteryDashboard* battery, Date now) {
         }
     } else {
         apps_.update({});
-        sessionNotice_ = "No session yet.";
-        sessionNote_ = "Unplug, and the apps that use the battery appear here.";
+        sessionNotice_ = battery ? "No session yet." : "Still gathering evidence.";
+        sessionNote_ = battery ? "Unplug, and the apps that use the battery appear here."
+                               : "Waiting for enough data to check.";
     }
     emit sessionChanged();
     refreshSessions(battery, session, now);

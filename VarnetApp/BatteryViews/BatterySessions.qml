@@ -8,9 +8,9 @@ Card {
     required property BatteryModel model
 
     readonly property bool tight: width < 700
-    readonly property int measuredAt: Math.round(width * (tight ? 0.34 : 0.28))
-    readonly property int chargesAt: Math.round(width * (tight ? 0.56 : 0.47))
-    readonly property int appsAt: Math.round(width * (tight ? 0.73 : 0.62))
+    readonly property int measuredAt: Math.round(width * (tight ? 0.35 : 0.29))
+    readonly property int chargesAt: Math.round(width * (tight ? 0.51 : 0.43))
+    readonly property int appsAt: Math.round(width * (tight ? 0.68 : 0.58))
 
     implicitHeight: rows.y + rows.height + 12
 
@@ -50,7 +50,7 @@ Card {
                 height: 36
                 Accessible.role: Accessible.ListItem
                 Accessible.name: since.text + " " + length.text
-                Accessible.description: fall.text + ", " + row.apps
+                Accessible.description: fall.text + ", " + eaters.text
 
                 Separator {
                     x: 16
@@ -81,11 +81,11 @@ Card {
                     text: Words.text(row.charges)
                 }
                 Label {
+                    id: eaters
                     x: card.appsAt
                     anchors.verticalCenter: parent.verticalCenter
                     width: parent.width - 16 - x
-                    horizontalAlignment: Text.AlignRight
-                    text: row.apps
+                    text: Words.text(row.apps)
                     color: Theme.muted
                 }
             }

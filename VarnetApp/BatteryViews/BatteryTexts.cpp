@@ -161,9 +161,9 @@ QString condition(BatteryCondition condition) {
 
 QString measured(double seconds) {
     const double minutes = seconds / 60;
-    if (!(minutes >= 0.5)) return "Under 1 min measured";
-    if (minutes > mostMinutes) return "Over 48 hr measured";
-    return BatteryDisplay::time(minutes) + " measured";
+    if (!(minutes >= 0.5)) return "Under 1 min";
+    if (minutes > mostMinutes) return "Over 48 hr";
+    return BatteryDisplay::time(minutes);
 }
 
 QString charges(const BatterySession& session, const QLocale& locale) {

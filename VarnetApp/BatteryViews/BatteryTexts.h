@@ -51,7 +51,7 @@ QString capacity(std::optional<double> milliampereHours, const QLocale& locale);
 QString designCapacity(std::optional<double> milliampereHours, const QLocale& locale);
 QString condition(BatteryCondition condition);
 
-/// Of a session: "2 hr 51 min measured".
+/// How long of a session was measured: "2 hr 51 min", "Under 1 min", "Over 48 hr".
 QString measured(double seconds);
 /// "100% to 82%".
 QString charges(const BatterySession& session, const QLocale& locale);

@@ -81,8 +81,7 @@ public:
     void addYear(double from, double to) {
         for (int ago = 364; ago >= 0; --ago) {
             const double share = 1 - ago / 364.0;
-            const double noise =
-                0.35 * std::sin(ago / 2.3) + 0.3 * std::sin(ago / 5.7 + 1) + 0.2 * std::sin(ago * 1.9);
+            const double noise = 0.25 * std::sin(ago / 3.1) + 0.35 * std::sin(ago / 8.3 + 1);
             archive_.health.push_back({now_ - ago * day, from + (to - from) * share + (ago > 0 ? noise : 0),
                                        40 + (364 - ago) * 174 / 364});
         }
@@ -225,6 +224,7 @@ PreparedBattery::Dashboard PreparedBattery::low(Date now) {
 PreparedBattery::Dashboard PreparedBattery::sparse(Date now) {
     Past past(now);
     past.addWeek({rest, session});
+    past.addSession(0, 2.85, 100, 82, 1);
     BatteryReading shown = BatteryReading::missing(BatteryAvailability::available, now);
     shown.state = BatteryState::onBattery;
     shown.charge = 82;
