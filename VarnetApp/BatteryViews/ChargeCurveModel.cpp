@@ -55,7 +55,8 @@ void ChargeCurveModel::refresh() {
     const ChargeCurve old = std::exchange(
         curve_, chargeCurve(*points, Date{from_}, Date{to_}, std::min(snapshot->date, Date{to_})));
 
-    const QLocale& locale = context().localization.locale();
+    const AppLocalization& localization = context().localization;
+    const QLocale& locale = localization.locale();
     const QString format = week_ ? "ddd HH:mm" : "HH:mm";
     QStringList labels;
     labels.reserve(curve_.points.size());
@@ -68,7 +69,7 @@ void ChargeCurveModel::refresh() {
         labels.append(same ? labels_[known]
                            : BatteryDisplay::percent(point->charge, locale) + " · " +
                                  BatteryTexts::moment(point->date, format, locale) + " · " +
-                                 BatteryTexts::state(point->state));
+                                 localization.text(BatteryTexts::state(point->state)));
     }
     labels_ = std::move(labels);
 

@@ -21,7 +21,8 @@ class ChargeCurveModel : public ViewModel {
     Q_PROPERTY(bool ready READ ready NOTIFY changed)
     Q_PROPERTY(QString notice MEMBER notice_ NOTIFY changed)
     Q_PROPERTY(QList<QPointF> points READ points NOTIFY changed)
-    /// "76% · 07:50 · Charging", parallel to the points.
+    /// "76% · 07:50 · Charging", parallel to the points. Too many to be put into
+    /// the user's language one by one in the view: they are already.
     Q_PROPERTY(QStringList labels MEMBER labels_ NOTIFY changed)
     Q_PROPERTY(QList<int> starts READ starts NOTIFY changed)
     Q_PROPERTY(QList<QPointF> charging READ charging NOTIFY changed)

@@ -47,9 +47,11 @@ void HealthCurveModel::refresh() {
     for (const BatteryHealthPoint* const point : std::as_const(curve.sources)) {
         QString label = BatteryDisplay::percent(point->capacity, locale) + " · " +
                         BatteryTexts::moment(point->date, "d MMM", locale);
-        if (point->cycles)
-            label +=
-                QString(" · %1 cycle%2").arg(locale.toString(*point->cycles), *point->cycles == 1 ? "" : "s");
+        if (point->cycles) {
+            const QString cycles =
+                locale.toString(*point->cycles) + (*point->cycles == 1 ? " cycle" : " cycles");
+            label += " · " + context().localization.text(cycles);
+        }
         labels_.append(std::move(label));
     }
     gridLabels_.clear();

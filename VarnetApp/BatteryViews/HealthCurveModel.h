@@ -14,7 +14,8 @@ class HealthCurveModel : public ViewModel {
     QML_ELEMENT
     Q_PROPERTY(bool ready READ ready NOTIFY changed)
     Q_PROPERTY(QList<QPointF> points READ points NOTIFY changed)
-    /// "91% · 14 Nov · 214 cycles", parallel to the points.
+    /// "91% · 14 Nov · 214 cycles", parallel to the points. Too many to be put into
+    /// the user's language one by one in the view: they are already.
     Q_PROPERTY(QStringList labels MEMBER labels_ NOTIFY changed)
     Q_PROPERTY(double gap READ gap CONSTANT)
     Q_PROPERTY(double from MEMBER from_ NOTIFY changed)
