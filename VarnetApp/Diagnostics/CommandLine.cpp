@@ -16,6 +16,7 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 Shows what keeps this machine busy, and which of it may go.
 
   --battery-diagnose     measure the battery and print it as one JSON object
+  --render-battery DIR   write pictures of the battery page in its states, without a display
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
   --integration-test     find and stop a server of its own, print how that went as JSON
@@ -42,8 +43,9 @@ struct Switch {
     Takes takes;
 };
 
-constexpr std::array<Switch, 11> switches{{
+constexpr std::array<Switch, 12> switches{{
     {"--battery-diagnose", Takes::nothing},
+    {"--render-battery", Takes::folder},
     {"--diagnose", Takes::nothing},
     {"--benchmark", Takes::seconds},
     {"--integration-test", Takes::nothing},
@@ -114,6 +116,8 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::version;
     } else if (has("--battery-diagnose")) {
         line.action = Action::batteryDiagnose;
+    } else if (has("--render-battery")) {
+        line.action = Action::renderBattery;
     } else if (has("--diagnose")) {
         line.action = Action::diagnose;
     } else if (has("--benchmark")) {

@@ -12,6 +12,7 @@ struct CommandLine {
     enum class Action {
         start,
         batteryDiagnose,
+        renderBattery,
         diagnose,
         benchmark,
         integration,
