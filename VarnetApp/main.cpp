@@ -53,13 +53,15 @@ int main(int argc, char** argv) {
         return varnet::Diagnostics::benchmark(line.seconds);
     case CommandLine::Action::integration:
         return varnet::Diagnostics::integration();
+    case CommandLine::Action::renderBattery:
     case CommandLine::Action::renderPreviews: {
         // Pictures need no display, and must not depend on one that is there.
         qputenv("QT_QPA_PLATFORM", "offscreen");
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
         const QGuiApplication application(argc, argv);
+        const bool battery = line.action == CommandLine::Action::renderBattery;
         return varnet::Previews::render(line.folder, QString::fromStdString(line.language),
-                                        QString::fromStdString(line.only));
+                                        battery ? "battery" : QString::fromStdString(line.only));
     }
     case CommandLine::Action::start:
         if (!hasDisplay()) return varnet::Diagnostics::liveReading();

@@ -1,7 +1,7 @@
 #include "VarnetApp/Application/MenuBarLabel.h"
 
 #include "VarnetApp/AppStore/VarnetStore.h"
-#include "VarnetApp/Components/Mascot/MascotPainter.h"
+#include "VarnetApp/Application/TrayFace.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Localization/Figures.h"
 
@@ -72,10 +72,17 @@ const std::vector<platform::TrayImage>& MenuBarLabel::imagesOf(FlameExpression e
     if (held == images_.end()) {
         std::vector<platform::TrayImage> images;
         for (const int size : traySizes)
-            images.push_back(trayImage(mascotImage(expression, size, MascotStyle::bare)));
+            images.push_back(trayImage(trayFace(expression, size, updateAvailable_)));
         held = images_.emplace(expression, std::move(images)).first;
     }
     return held->second;
+}
+
+void MenuBarLabel::setUpdateAvailable(bool available) {
+    if (updateAvailable_ == available) return;
+    updateAvailable_ = available;
+    images_.clear();
+    renderFace();
 }
 
 void MenuBarLabel::renderFace() {

@@ -39,6 +39,9 @@ public:
     /// Enters the tray.
     void show();
 
+    /// Marks the icon when there is a version to update to.
+    void setUpdateAvailable(bool available);
+
     /// What a screen reader says: "Varnet? 3 findings", always in the plural.
     QString accessibleName() const;
 
@@ -53,6 +56,7 @@ private:
     DockFlame& flame_;
     AppLocalization& localization_;
     const Actions actions_;
+    bool updateAvailable_ = false;
     std::map<FlameExpression, std::vector<platform::TrayImage>> images_; ///< drawn once each
 };
 

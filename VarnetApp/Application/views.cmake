@@ -5,5 +5,6 @@ list(
     Application/ApplicationDelegate.cpp
     Application/DockFlame.cpp
     Application/MenuBarLabel.cpp
+    Application/TrayFace.cpp
     Application/UnixSignals.cpp
     Application/Windows.cpp)

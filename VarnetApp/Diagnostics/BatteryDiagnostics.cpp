@@ -93,8 +93,8 @@ int run() {
     Json report = {{"reading", "none"}, {"historyPoints", 0}, {"healthPoints", 0}};
     if (const auto& dashboard = snapshot->battery) {
         report["reading"] = json(dashboard->reading);
-        report["historyPoints"] = dashboard->archive.points.size();
-        report["healthPoints"] = dashboard->archive.health.size();
+        report["historyPoints"] = dashboard->archive.points->size();
+        report["healthPoints"] = dashboard->archive.health->size();
     }
     std::error_code error;
     const bool exists =

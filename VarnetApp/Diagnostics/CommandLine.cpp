@@ -16,10 +16,11 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 Shows what keeps this machine busy, and which of it may go.
 
   --battery-diagnose     measure the battery and print it as one JSON object
-  --disk-diagnose [DIR]  measure the whole disk, or a folder, and print what is on it
+  --render-battery DIR   write pictures of the battery page in its states, without a display
   --storage-diagnose [FOLDER...]
                          find the projects in the usual places and in these folders,
                          print what they occupy as one JSON object
+  --disk-diagnose [DIR]  measure the whole disk, or a folder, and print what is on it
   --diagnose             measure once and print everything as one JSON object
   --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
   --integration-test     find and stop a server of its own, print how that went as JSON
@@ -41,26 +42,31 @@ For development: with VARNET_KERNEL_ROOT set to a folder that holds "proc" and
 /// What follows a switch.
 enum class Takes { nothing, seconds, folder, folders, language, name };
 
+using Action = CommandLine::Action;
+
 struct Switch {
     std::string_view name;
-    Takes takes;
+    Takes takes = Takes::nothing;
+    Action action = Action::start; ///< of `start`: it goes along with others
 };
 
-constexpr std::array<Switch, 13> switches{{
-    {"--battery-diagnose", Takes::nothing},
-    {"--disk-diagnose", Takes::folders},
-    {"--storage-diagnose", Takes::folders},
-    {"--diagnose", Takes::nothing},
-    {"--benchmark", Takes::seconds},
-    {"--integration-test", Takes::nothing},
-    {"--render-previews", Takes::folder},
-    {"--preview-language", Takes::language},
-    {"--preview-only", Takes::name},
-    {"--show-window", Takes::nothing},
-    {"--login", Takes::nothing},
-    {"--help", Takes::nothing},
-    {"--version", Takes::nothing},
-}};
+/// Of several the first here wins, whatever their order on the line.
+constexpr std::array switches{
+    Switch{"--help", Takes::nothing, Action::help},
+    Switch{"--version", Takes::nothing, Action::version},
+    Switch{"--battery-diagnose", Takes::nothing, Action::batteryDiagnose},
+    Switch{"--render-battery", Takes::folder, Action::renderBattery},
+    Switch{"--storage-diagnose", Takes::folders, Action::storageDiagnose},
+    Switch{"--disk-diagnose", Takes::folders, Action::diskDiagnose},
+    Switch{"--diagnose", Takes::nothing, Action::diagnose},
+    Switch{"--benchmark", Takes::seconds, Action::benchmark},
+    Switch{"--integration-test", Takes::nothing, Action::integration},
+    Switch{"--render-previews", Takes::folder, Action::renderPreviews},
+    Switch{"--preview-language", Takes::language},
+    Switch{"--preview-only", Takes::name},
+    Switch{"--show-window"},
+    Switch{"--login"},
+};
 
 CommandLine refused(std::string sentence) {
     CommandLine line;
@@ -121,24 +127,10 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
     const auto has = [&](std::string_view name) { return std::ranges::find(given, name) != given.end(); };
     line.showWindow = has("--show-window");
     line.login = has("--login");
-    if (has("--help")) {
-        line.action = Action::help;
-    } else if (has("--version")) {
-        line.action = Action::version;
-    } else if (has("--battery-diagnose")) {
-        line.action = Action::batteryDiagnose;
-    } else if (has("--disk-diagnose")) {
-        line.action = Action::diskDiagnose;
-    } else if (has("--storage-diagnose")) {
-        line.action = Action::storageDiagnose;
-    } else if (has("--diagnose")) {
-        line.action = Action::diagnose;
-    } else if (has("--benchmark")) {
-        line.action = Action::benchmark;
-    } else if (has("--integration-test")) {
-        line.action = Action::integration;
-    } else if (has("--render-previews")) {
-        line.action = Action::renderPreviews;
+    for (const Switch& known : switches) {
+        if (known.action == Action::start || !has(known.name)) continue;
+        line.action = known.action;
+        break;
     }
     return line;
 }

@@ -13,8 +13,9 @@ struct CommandLine {
     enum class Action {
         start,
         batteryDiagnose,
-        diskDiagnose,
+        renderBattery,
         storageDiagnose,
+        diskDiagnose,
         diagnose,
         benchmark,
         integration,

@@ -1,7 +1,9 @@
 #include "VarnetApp/MainViews/OverviewModel.h"
 
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/BatteryViews/BatteryTexts.h"
 #include "VarnetApp/Localization/AppLocalization.h"
+#include "VarnetApp/Localization/BatteryDisplay.h"
 #include "VarnetApp/Localization/FanReading.h"
 #include "VarnetApp/MainViews/CPUShares.h"
 #include "VarnetApp/MainViews/OverviewTexts.h"
@@ -100,8 +102,15 @@ void OverviewModel::refreshMetrics(const MonitorSnapshot& snapshot, const Figure
     const bool fansKnown = snapshot.fans.availability == FanAvailability::available ||
                            snapshot.fans.availability == FanAvailability::fanless;
 
-    // No battery is read on this machine yet, so it is not known.
-    MetricEntry battery{"battery", Figures::unknown(), {}, {}, false};
+    const QLocale& locale = context().localization.locale();
+    const BatteryReading* const reading = BatteryTexts::readingOf(snapshot.battery.get());
+    const std::optional<double> charge = reading ? reading->charge : std::nullopt;
+    MetricEntry battery{"battery",
+                        BatteryDisplay::percent(charge, locale),
+                        BatteryTexts::summary(snapshot.battery.get(), locale),
+                        {},
+                        charge.has_value()};
+    if (charge) battery.share = *charge / 100;
 
     const std::optional<std::size_t> count = store().itemCount(Page::servers);
     MetricEntry servers{

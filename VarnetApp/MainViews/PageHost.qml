@@ -17,6 +17,8 @@ FocusScope {
                 return overview;
             case "servers":
                 return servers;
+            case "battery":
+                return battery;
             case "sources":
             case "apps":
             case "projects":
@@ -49,9 +51,16 @@ FocusScope {
         }
     }
     Component {
+        id: battery
+
+        BatteryView {
+            narrow: root.narrow
+        }
+    }
+    Component {
         id: later
 
-        // Storage, battery and the Hall of Flame are not built yet, and say so.
+        // Storage and the Hall of Flame are not built yet, and say so.
         Item {
             EmptyState {
                 anchors.centerIn: parent

@@ -53,8 +53,6 @@ public:
     /// @param images several sizes of one picture; those that are not what they say they are, or larger than
     ///        512 pixels, are left out
     virtual void setIcon(std::vector<TrayImage> images) = 0;
-    /// A small mark upon the icon; empty for none.
-    virtual void setOverlay(std::vector<TrayImage> images) = 0;
     virtual void setTitle(const std::string& title) = 0;
     virtual void setToolTip(const std::string& title, const std::string& text) = 0;
     /// Text beside the icon, where the host has room for it.

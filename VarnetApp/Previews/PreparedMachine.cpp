@@ -1,5 +1,6 @@
 #include "VarnetApp/Previews/PreparedMachine.h"
 
+#include "VarnetApp/Previews/PreparedBattery.h"
 #include "VarnetCore/Findings/FindingEngine.h"
 #include "VarnetCore/Monitoring/SnapshotAssembler.h"
 
@@ -154,6 +155,7 @@ public:
         snapshot->logicalCores = cores;
         snapshot->fans = {
             FanAvailability::available, {{0, 2840, 5600}, {1, 2790, 5600}}, FanLevel::running, false, now_};
+        snapshot->battery = PreparedBattery::onBattery(now_);
         addHistory(*snapshot);
         return snapshot;
     }

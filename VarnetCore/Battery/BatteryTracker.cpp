@@ -50,7 +50,7 @@ BatteryDashboard BatteryTracker::observe(const BatteryReading& reading,
     const bool believed = std::abs(at - reading.date) <= maximumGap;
     if (reading.availability != BatteryAvailability::available || !believed) {
         interrupt();
-        return {reading, archive_, std::nullopt, std::nullopt, std::nullopt};
+        return {reading, publish(), std::nullopt, std::nullopt, std::nullopt};
     }
     std::optional<double> delta;
     if (previousDate_ && at - *previousDate_ > 0 && at - *previousDate_ <= maximumGap)
@@ -63,9 +63,12 @@ BatteryDashboard BatteryTracker::observe(const BatteryReading& reading,
         segment_ = Uuid::random();
         dischargeWindow_ = {};
     }
+    std::set<std::string> measured;
+    for (const ApplicationGroup& group : groups)
+        if (isMeasured(group)) measured.insert(group.id);
     std::optional<double> dischargeWatts;
     if (reading.state == BatteryState::onBattery) {
-        dischargeWatts = trackSession(reading, groups, at, delta);
+        dischargeWatts = trackSession(reading, groups, measured, at, delta);
     } else {
         currentSessionID_.reset();
     }
@@ -73,17 +76,17 @@ BatteryDashboard BatteryTracker::observe(const BatteryReading& reading,
     addHealth(reading, at);
     previousDate_ = at;
     previousReading_ = reading;
-    previousGroupIDs_.clear();
-    for (const ApplicationGroup& group : groups)
-        if (isMeasured(group)) previousGroupIDs_.insert(group.id);
-    archive_.prune(at);
-    return {reading, archive_, currentSessionID_, dischargeWatts, std::nullopt};
+    previousGroupIDs_ = std::move(measured);
+    prune(at);
+    return {reading, publish(), currentSessionID_, dischargeWatts, std::nullopt};
 }
 
+/// @param measured groups with energy scores now, by id
 /// @param delta seconds since the sample before, when the two belong together
 /// @return the discharge power averaged over 30 seconds
 std::optional<double> BatteryTracker::trackSession(const BatteryReading& reading,
-                                                   std::span<const ApplicationGroup> groups, Date at,
+                                                   std::span<const ApplicationGroup> groups,
+                                                   const std::set<std::string>& measured, Date at,
                                                    std::optional<double> delta) {
     if (!delta || !currentSessionID_) {
         archive_.sessions.push_back({Uuid::random(), at, at, reading.charge, reading.charge, 0, {}});
@@ -91,21 +94,19 @@ std::optional<double> BatteryTracker::trackSession(const BatteryReading& reading
     }
     const auto session = std::ranges::find(archive_.sessions, *currentSessionID_, &BatterySession::id);
     if (session == archive_.sessions.end()) return std::nullopt;
+    touchedSession_ = session->id;
     session->end = at;
     session->endCharge = reading.charge;
     if (!delta) return std::nullopt;
     session->observedSeconds += *delta;
-    apportion(*session, groups, *delta);
+    apportion(*session, groups, measured, *delta);
     if (!reading.watts || *reading.watts > 0) return std::nullopt;
     return dischargeWindow_.record(-*reading.watts, *delta, at);
 }
 
 /// Credits an interval to the groups that were measured at both its ends.
 void BatteryTracker::apportion(BatterySession& session, std::span<const ApplicationGroup> groups,
-                               double delta) const {
-    std::set<std::string, std::less<>> measured;
-    for (const ApplicationGroup& group : groups)
-        if (isMeasured(group)) measured.insert(group.id);
+                               const std::set<std::string>& measured, double delta) const {
     for (auto& [id, app] : session.apps)
         if (!measured.contains(id) && previousGroupIDs_.contains(id)) app.partial = true;
     for (const ApplicationGroup& group : groups) {
@@ -134,6 +135,7 @@ void BatteryTracker::addPoint(const BatteryReading& reading, Date at) {
         if (last.segment == segment_ && at - last.date < pointInterval) return;
     }
     archive_.points.push_back({at, *reading.charge, reading.state, reading.watts, segment_});
+    pointsChanged_ = true;
 }
 
 void BatteryTracker::addHealth(const BatteryReading& reading, Date at) {
@@ -144,6 +146,38 @@ void BatteryTracker::addHealth(const BatteryReading& reading, Date at) {
     } else {
         archive_.health.push_back(point);
     }
+    healthChanged_ = true;
+}
+
+void BatteryTracker::prune(Date at) {
+    const std::size_t points = archive_.points.size();
+    const std::size_t health = archive_.health.size();
+    archive_.prune(at);
+    pointsChanged_ = pointsChanged_ || archive_.points.size() != points;
+    healthChanged_ = healthChanged_ || archive_.health.size() != health;
+}
+
+/// Copies what has changed since the last time; the rest is the same as then. A full list of points weighs
+/// most of a megabyte and changes once a minute.
+const BatteryHistory& BatteryTracker::publish() {
+    if (pointsChanged_) published_.points = std::make_shared<const BatteryHistory::Points>(archive_.points);
+    if (healthChanged_) published_.health = std::make_shared<const BatteryHistory::Health>(archive_.health);
+    pointsChanged_ = false;
+    healthChanged_ = false;
+    BatteryHistory::Sessions sessions;
+    sessions.reserve(archive_.sessions.size());
+    auto before = published_.sessions.begin();
+    for (const BatterySession& session : archive_.sessions) {
+        // Sessions keep their order, and go only one by one.
+        const auto same = std::find_if(before, published_.sessions.end(),
+                                       [&](const auto& old) { return old->id == session.id; });
+        const bool asBefore = same != published_.sessions.end() && touchedSession_ != session.id;
+        sessions.push_back(asBefore ? *same : std::make_shared<const BatterySession>(session));
+        if (same != published_.sessions.end()) before = same + 1;
+    }
+    published_.sessions = std::move(sessions);
+    touchedSession_.reset();
+    return published_;
 }
 
 } // namespace varnet

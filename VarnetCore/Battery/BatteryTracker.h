@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VarnetCore/Battery/BatteryArchive.h"
+#include "VarnetCore/Battery/BatteryHistory.h"
 #include "VarnetCore/Monitoring/ApplicationGroup.h"
 #include "VarnetCore/Monitoring/CPUWindow.h"
 
@@ -14,7 +15,7 @@ namespace varnet {
 /// What the battery page draws.
 struct BatteryDashboard {
     BatteryReading reading;
-    BatteryArchive archive;
+    BatteryHistory archive;
     std::optional<Uuid> currentSessionID;
     std::optional<double> dischargeWatts; ///< averaged over 30 seconds, positive
     std::optional<std::string> warning;   ///< trouble with the history's file; empty: none
@@ -46,13 +47,21 @@ public:
 
 private:
     std::optional<double> trackSession(const BatteryReading& reading,
-                                       std::span<const ApplicationGroup> groups, Date at,
+                                       std::span<const ApplicationGroup> groups,
+                                       const std::set<std::string>& measured, Date at,
                                        std::optional<double> delta);
-    void apportion(BatterySession& session, std::span<const ApplicationGroup> groups, double delta) const;
+    void apportion(BatterySession& session, std::span<const ApplicationGroup> groups,
+                   const std::set<std::string>& measured, double delta) const;
     void addPoint(const BatteryReading& reading, Date at);
     void addHealth(const BatteryReading& reading, Date at);
+    void prune(Date at);
+    const BatteryHistory& publish();
 
     BatteryArchive archive_;
+    BatteryHistory published_;  ///< the archive as the dashboard before had it
+    bool pointsChanged_ = true; ///< since then
+    bool healthChanged_ = true;
+    std::optional<Uuid> touchedSession_; ///< the one session that may differ from the published
     std::optional<Uuid> currentSessionID_;
     std::optional<Date> previousDate_;
     std::optional<BatteryReading> previousReading_;

@@ -21,8 +21,9 @@ WATCHER = """<node><interface name="org.kde.StatusNotifierWatcher">
 <signal name="StatusNotifierHostRegistered"/></interface></node>"""
 
 
-def enter(program):
-    """Runs this very script again inside a scratch home, a display and a session bus. Returns its status."""
+def enter(program, seconds=100):
+    """Runs this very script again inside a scratch home, a display and a session bus. Returns its status.
+    Ends it after so many seconds."""
     with tempfile.TemporaryDirectory(prefix="varnet-session-") as scratch:
         read, write = os.pipe()
         display = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x900x24", "-nolisten",
@@ -44,7 +45,7 @@ def enter(program):
                                      "GSETTINGS_BACKEND": "memory", "NO_AT_BRIDGE": "1",
                                      "VARNET_SESSION_INSIDE": "1"}
             return subprocess.run(["dbus-run-session", "--", sys.executable, "-B", sys.argv[0], program],
-                                  env=environment, timeout=100).returncode
+                                  env=environment, timeout=seconds).returncode
         finally:
             display.terminate()
             display.wait(10)
@@ -83,13 +84,13 @@ class Session:
     def __exit__(self, *_):
         self._end(self.programs + self.services)
 
-    def forget(self):
-        """Makes the user one who has been welcomed, and has done nothing else."""
+    def forget(self, settings=""):
+        """Makes the user one who has been welcomed and has chosen these settings, and has done nothing else."""
         for folder in ("XDG_CONFIG_HOME", "XDG_DATA_HOME"):
             for entry in pathlib.Path(os.environ[folder]).iterdir():
                 shutil.rmtree(entry)
         self.settings.parent.mkdir()
-        self.settings.write_text("[General]\nonboarded=true\n")
+        self.settings.write_text("[General]\nonboarded=true\n" + settings)
         pathlib.Path(self._log("varnet")).write_text("")
 
     def run(self, *arguments):
@@ -135,12 +136,22 @@ class Session:
         self.call(self.items[-1], self.item("Menu"), "com.canonical.dbusmenu", "Event",
                   GLib.Variant("(isvu)", (self.menu()[label], "clicked", GLib.Variant("i", 0), 0)))
 
-    # Sleep.
+    # What the daemons say.
 
     def prepare_for_sleep(self, going):
-        self.call("org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.DBus.Mock", "EmitSignal",
-                  GLib.Variant("(sssav)", ("org.freedesktop.login1.Manager", "PrepareForSleep", "b",
-                                           [GLib.Variant("b", going)])))
+        self._emit("org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
+                   "PrepareForSleep", GLib.Variant("b", going))
+
+    def press_notification(self, number):
+        """Clicks on the notification that the daemon gave this number."""
+        self._emit("org.freedesktop.Notifications", "/org/freedesktop/Notifications",
+                   "org.freedesktop.Notifications", "ActionInvoked", GLib.Variant("u", number),
+                   GLib.Variant("s", "default"))
+
+    def _emit(self, name, path, interface, signal, *values):
+        signature = "".join(value.get_type_string() for value in values)
+        self.call(name, path, "org.freedesktop.DBus.Mock", "EmitSignal",
+                  GLib.Variant("(sssav)", (interface, signal, signature, values)))
 
     # Windows.
 

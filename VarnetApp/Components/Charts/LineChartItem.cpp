@@ -48,6 +48,7 @@ void LineChartItem::setCurrentIndex(int index) {
 LineChart LineChartItem::chart() const {
     return {.points = points_,
             .gap = gap_,
+            .starts = starts_,
             .from = from_,
             .to = to_,
             .low = low_,

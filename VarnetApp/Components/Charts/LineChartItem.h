@@ -22,6 +22,8 @@ class LineChartItem : public QQuickPaintedItem {
     Q_PROPERTY(QStringList labels READ labels WRITE setLabels NOTIFY labelsChanged)
     /// Seconds: points further apart are not joined. 0 joins all.
     Q_PROPERTY(double gap MEMBER gap_ NOTIFY changed)
+    /// Points, by index and ascending, at which a line of its own begins.
+    Q_PROPERTY(QList<int> starts MEMBER starts_ NOTIFY changed)
     /// The times at the two ends, on the clock of the points, and the values at the lower and the upper end.
     Q_PROPERTY(double from MEMBER from_ NOTIFY changed)
     Q_PROPERTY(double to MEMBER to_ NOTIFY changed)
@@ -97,6 +99,7 @@ private:
     bool focusVisible_ = false;
 
     double gap_ = 0;
+    QList<int> starts_;
     double from_ = 0;
     double to_ = 1;
     double low_ = 0;

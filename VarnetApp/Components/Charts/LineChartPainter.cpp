@@ -66,10 +66,12 @@ private:
 
     void line() {
         painter_.save();
-        // Sideways only: the pen may stand half its width above a full value.
-        painter_.setClipRect(QRectF(scale_.plot.left(), 0, scale_.plot.width(), size_.height()),
+        // Sideways only: the pen may stand half its width above a full value. What is of this moment keeps
+        // all of its end.
+        painter_.setClipRect(QRectF(scale_.plot.left(), 0, scale_.plot.width() + lineWidth, size_.height()),
                              Qt::IntersectClip);
-        for (const std::span<const int> run : joinedRuns(chart_.points, drawable_, chart_.gap)) {
+        for (const std::span<const int> run :
+             joinedRuns(chart_.points, drawable_, chart_.gap, chart_.starts)) {
             std::vector<QPointF> mapped;
             mapped.reserve(run.size());
             for (const int index : run)

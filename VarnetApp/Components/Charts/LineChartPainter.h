@@ -27,6 +27,7 @@ struct LineChartTones {
 struct LineChart {
     QList<QPointF> points; ///< x a time, y a value
     double gap = 0;        ///< points further apart in time than this are not joined; 0 joins all
+    QList<int> starts;     ///< points, by index and ascending, that are not joined with the one before
     double from = 0;
     double to = 1;
     double low = 0;

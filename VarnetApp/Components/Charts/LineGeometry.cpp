@@ -39,12 +39,17 @@ std::vector<int> drawablePoints(std::span<const QPointF> points) {
 }
 
 std::vector<std::span<const int>> joinedRuns(std::span<const QPointF> points, std::span<const int> drawable,
-                                             double gap) {
+                                             double gap, std::span<const int> starts) {
     std::vector<std::span<const int>> runs;
     std::size_t first = 0;
     const auto timeOf = [&](std::size_t i) { return points[static_cast<std::size_t>(drawable[i])].x(); };
+    auto start = starts.begin();
     for (std::size_t i = 1; i <= drawable.size(); ++i) {
-        if (i < drawable.size() && !(gap > 0 && timeOf(i) - timeOf(i - 1) > gap)) continue;
+        // A start that is not drawable itself parts its neighbours all the same.
+        while (start != starts.end() && *start <= drawable[i - 1])
+            ++start;
+        const bool begins = i < drawable.size() && start != starts.end() && *start <= drawable[i];
+        if (i < drawable.size() && !begins && !(gap > 0 && timeOf(i) - timeOf(i - 1) > gap)) continue;
         runs.push_back(drawable.subspan(first, i - first));
         first = i;
     }

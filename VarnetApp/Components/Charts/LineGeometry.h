@@ -29,8 +29,9 @@ std::vector<int> drawablePoints(std::span<const QPointF> points);
 /// Points that belong together, as indices into the points.
 /// @param drawable ascending, as above
 /// @param gap two points further apart than this are not joined; 0 or less joins all
+/// @param starts points that are not joined with the one before them, ascending
 std::vector<std::span<const int>> joinedRuns(std::span<const QPointF> points, std::span<const int> drawable,
-                                             double gap);
+                                             double gap, std::span<const int> starts = {});
 
 /// Thins a line, in pixels and ascending in x, to what can be seen of it: of every column the lowest and the
 /// highest point in their order, and the line's two ends. A line with no more than one point a column stays

@@ -53,13 +53,6 @@ void NotifierObject::setIcon(TrayPixmaps icon) {
     }
 }
 
-void NotifierObject::setOverlay(TrayPixmaps overlay) {
-    if (overlay_ != overlay) {
-        overlay_ = std::move(overlay);
-        tell(QStringLiteral("NewOverlayIcon"));
-    }
-}
-
 void NotifierObject::setToolTip(TrayToolTip toolTip) {
     if (toolTip_ != toolTip) {
         toolTip_ = std::move(toolTip);

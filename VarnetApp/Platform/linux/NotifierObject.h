@@ -26,7 +26,7 @@ class NotifierObject final : public QObject {
     Q_PROPERTY(varnet::platform::TrayPixmaps IconPixmap READ iconPixmap)
     Q_PROPERTY(QString IconAccessibleDesc READ accessibleDescription)
     Q_PROPERTY(QString OverlayIconName READ none CONSTANT)
-    Q_PROPERTY(varnet::platform::TrayPixmaps OverlayIconPixmap READ overlayIconPixmap)
+    Q_PROPERTY(varnet::platform::TrayPixmaps OverlayIconPixmap READ noPixmap CONSTANT)
     Q_PROPERTY(QString AttentionIconName READ none CONSTANT)
     Q_PROPERTY(varnet::platform::TrayPixmaps AttentionIconPixmap READ noPixmap CONSTANT)
     Q_PROPERTY(QString AttentionMovieName READ none CONSTANT)
@@ -48,7 +48,6 @@ public:
     // Each tells the hosts, if it changes anything.
     void setTitle(const QString& title);
     void setIcon(TrayPixmaps icon);
-    void setOverlay(TrayPixmaps overlay);
     void setToolTip(TrayToolTip toolTip);
     void setLabel(const QString& label, const QString& guide);
     void setAccessibleDescription(const QString& description);
@@ -61,7 +60,6 @@ public:
     QString none() const { return QStringLiteral(""); }
     TrayPixmaps noPixmap() const { return {}; }
     TrayPixmaps iconPixmap() const { return icon_; }
-    TrayPixmaps overlayIconPixmap() const { return overlay_; }
     TrayToolTip toolTip() const { return toolTip_; }
     QString accessibleDescription() const { return accessibleDescription_; }
     bool itemIsMenu() const { return false; }
@@ -88,7 +86,6 @@ private:
 
     QString title_ = QStringLiteral("Varnet");
     TrayPixmaps icon_;
-    TrayPixmaps overlay_;
     TrayToolTip toolTip_;
     QString label_;
     QString labelGuide_;

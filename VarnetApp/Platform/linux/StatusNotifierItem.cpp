@@ -54,10 +54,6 @@ void StatusNotifierItem::setIcon(std::vector<TrayImage> images) {
     object_.setIcon(trayPixmaps(images));
 }
 
-void StatusNotifierItem::setOverlay(std::vector<TrayImage> images) {
-    object_.setOverlay(trayPixmaps(images));
-}
-
 void StatusNotifierItem::setTitle(const std::string& title) {
     object_.setTitle(QString::fromStdString(title));
 }

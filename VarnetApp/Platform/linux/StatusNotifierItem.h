@@ -29,7 +29,6 @@ public:
     void listen(Handlers handlers) override;
     bool hosted() const override { return host_ && host_->hosted(); }
     void setIcon(std::vector<TrayImage> images) override;
-    void setOverlay(std::vector<TrayImage> images) override;
     void setTitle(const std::string& title) override;
     void setToolTip(const std::string& title, const std::string& text) override;
     void setLabel(const std::string& text, const std::string& guide) override;

@@ -56,6 +56,7 @@ TEST(LineGeometry, drawableAndJoined) {
         Points points;
         double gap;
         std::vector<std::vector<int>> runs;
+        std::vector<int> starts{};
     };
     const Row rows[] = {
         {"no points", {}, 10, {}},
@@ -68,11 +69,14 @@ TEST(LineGeometry, drawableAndJoined) {
         {"exactly the gap still joins", {{0, 1}, {10, 1}, {20.5, 1}}, 10, {{0, 1}, {2}}},
         {"no gap given joins all", {{0, 1}, {9999, 1}}, 0, {{0, 1}}},
         {"alone on both sides", {{0, 1}, {20, 1}, {40, 1}}, 10, {{0}, {1}, {2}}},
+        {"a line of its own at the same time", {{0, 1}, {5, 1}, {5, 9}, {6, 9}}, 10, {{0, 1}, {2, 3}}, {2}},
+        {"starts where nothing can be drawn", {{0, 1}, {nan, 1}, {2, 1}}, 10, {{0}, {2}}, {0, 1, 9}},
+        {"each point a start", {{0, 1}, {1, 1}, {2, 1}}, 0, {{0}, {1}, {2}}, {0, 1, 2}},
     };
     for (const Row& row : rows) {
         const std::vector<int> drawable = drawablePoints(row.points);
         std::vector<std::vector<int>> runs;
-        for (const auto run : joinedRuns(row.points, drawable, row.gap))
+        for (const auto run : joinedRuns(row.points, drawable, row.gap, row.starts))
             runs.emplace_back(run.begin(), run.end());
         EXPECT_EQ(runs, row.runs) << row.name;
     }

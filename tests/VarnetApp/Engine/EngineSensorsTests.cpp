@@ -124,7 +124,7 @@ TEST_F(EngineSensorsTest, historyIsSavedEveryThirtySecondsAndSurvives) {
     EXPECT_TRUE(std::filesystem::exists(file())) << "at thirty seconds already";
     restartWithBattery();
     const Snapshot next = sampleAfter(2);
-    EXPECT_EQ(next->battery->archive.points.size(), last->battery->archive.points.size() + 1);
+    EXPECT_EQ(next->battery->archive.points->size(), last->battery->archive.points->size() + 1);
     EXPECT_EQ(next->battery->archive.sessions.size(), 2U) << "a restart begins a new session";
 }
 
@@ -163,7 +163,7 @@ TEST_F(EngineSensorsTest, restoredHistoryShowsWithTheNextPass) {
     EXPECT_EQ(engine->restoreBattery(archive), std::nullopt);
     const int before = battery.reads;
     const Snapshot snapshot = sampleAfter(2);
-    EXPECT_EQ(snapshot->battery->archive.health.size(), 1U);
+    EXPECT_EQ(snapshot->battery->archive.health->size(), 1U);
     EXPECT_EQ(battery.reads, before + 1);
 }
 

@@ -6,6 +6,8 @@
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <sstream>
 #include <string>
@@ -133,6 +135,34 @@ TEST_F(BatteryMonitoringTest, leftoverOfAnInterruptedSaveIsIgnored) {
     monitoring.save();
     folder.write("state/battery-history.json.tmp", "{\"version\":");
     EXPECT_EQ(BatteryMonitoring(state(), now).tracker.archive(), monitoring.tracker.archive());
+}
+
+/// Killed at any moment, the program leaves the one history or the other, never half of one.
+TEST_F(BatteryMonitoringTest, aKilledSaveLeavesAWholeFile) {
+    std::vector<BatteryArchive> written(2);
+    for (std::size_t size : {std::size_t{2000}, std::size_t{3000}})
+        for (std::size_t i = 0; i < size; ++i)
+            written[size == 2000 ? 0 : 1].points.push_back(
+                {now - 1 - static_cast<double>(size - i), 50, BatteryState::charging, {}, Uuid::random()});
+    BatteryMonitoring monitoring(state(), now);
+    monitoring.tracker = BatteryTracker(written[0]);
+    monitoring.save();
+    for (int round = 0; round < 6; ++round) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (std::size_t i = 0;; ++i) {
+                monitoring.tracker = BatteryTracker(written[i % 2]);
+                monitoring.save();
+            }
+        }
+        ASSERT_GT(child, 0);
+        usleep(20'000 + static_cast<useconds_t>(round) * 3'700);
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        const BatteryMonitoring next(state(), now);
+        EXPECT_FALSE(next.warning);
+        EXPECT_TRUE(next.tracker.archive() == written[0] || next.tracker.archive() == written[1]);
+    }
 }
 
 TEST_F(BatteryMonitoringTest, aFullDiskLeavesTheFileAsItWas) {

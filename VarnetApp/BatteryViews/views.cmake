@@ -1,0 +1,22 @@
+# The battery page.
+list(
+    APPEND
+    views_cpp
+    BatteryViews/BatteryCurves.cpp
+    BatteryViews/BatteryModel.cpp
+    BatteryViews/BatteryRows.cpp
+    BatteryViews/BatteryTexts.cpp
+    BatteryViews/ChargeCurveModel.cpp
+    BatteryViews/HealthCurveModel.cpp)
+list(
+    APPEND
+    views_qml
+    BatteryViews/BatteryApps.qml
+    BatteryViews/BatteryBareChart.qml
+    BatteryViews/BatteryCharge.qml
+    BatteryViews/BatteryChart.qml
+    BatteryViews/BatteryFigures.qml
+    BatteryViews/BatteryHealth.qml
+    BatteryViews/BatterySessions.qml
+    BatteryViews/BatteryView.qml
+    BatteryViews/BatteryWarning.qml)
