@@ -144,8 +144,11 @@ public:
     std::optional<int> collect(bool insist) {
         if (insist) kill(pid_, SIGKILL);
         siginfo_t info{};
-        while (waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT) != 0 && errno == EINTR) {
-        }
+        int answer = -1;
+        do {
+            answer = waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOWAIT);
+        } while (answer != 0 && errno == EINTR);
+        if (answer != 0) return std::nullopt; // collected by somebody else: its number may be anybody's
         // Not collected yet, so its number still names its own session.
         kill(-pid_, SIGKILL);
         int status = 0;

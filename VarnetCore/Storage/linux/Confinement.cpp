@@ -11,15 +11,18 @@
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace varnet {
@@ -118,9 +121,23 @@ sock_filter answer(std::uint32_t value) {
     return BPF_STMT(BPF_RET | BPF_K, value);
 }
 
+/// Whether a judged start can be let through, which came after judging itself. A kernel that cannot would
+/// leave every program waiting.
+bool canLetThrough() {
+    utsname system{};
+    if (uname(&system) != 0) return false;
+    const std::string_view release(system.release);
+    int major = 0;
+    int minor = 0;
+    const auto [dot, error] = std::from_chars(release.data(), release.data() + release.size(), major);
+    if (error != std::errc{} || dot == release.data() + release.size()) return false;
+    std::from_chars(dot + 1, release.data() + release.size(), minor);
+    return major > 5 || (major == 5 && minor >= 5);
+}
+
 /// Confines the thread's system calls. @return descriptor of the gate; -1 where the kernel offers none
 int enterFilter() {
-    if (ownArchitecture == 0) return -1;
+    if (ownArchitecture == 0 || !canLetThrough()) return -1;
     std::array program{
         load(offsetof(seccomp_data, arch)),
         ifEqual(ownArchitecture, 1, 0),
@@ -215,6 +232,10 @@ void Confinement::judge() {
         reply.error = -EACCES;
     }
     // A process that has ended meanwhile leaves nobody to be answered.
+    if (ioctl(gate_, SECCOMP_IOCTL_NOTIF_SEND, &reply) == 0 || errno != EINVAL) return;
+    // Nobody may be left waiting, whatever the kernel did not understand.
+    reply.flags = 0;
+    reply.error = -EACCES;
     ioctl(gate_, SECCOMP_IOCTL_NOTIF_SEND, &reply);
 }
 
