@@ -14,6 +14,7 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -88,8 +89,8 @@ std::optional<std::int64_t> integer(std::string_view text) {
         if (text.starts_with('-')) return std::nullopt;
     }
     std::int64_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    const char* const end = std::to_address(text.end());
+    const auto [stop, error] = std::from_chars(std::to_address(text.begin()), end, number);
     return error == std::errc{} && stop == end ? std::optional(number) : std::nullopt;
 }
 

@@ -126,6 +126,7 @@ std::vector<StorageFamily> StorageScan::families() const {
     }
     // Sizes are sums over all members: reckoned once, not at every comparison.
     std::vector<std::pair<std::uint64_t, std::size_t>> order;
+    order.reserve(families.size());
     for (std::size_t index = 0; index < families.size(); ++index)
         order.emplace_back(families[index].bytes(), index);
     std::ranges::sort(order, [&families](const auto& a, const auto& b) {

@@ -79,6 +79,7 @@ StorageScan StorageScanner::scan(const std::vector<StorageLocation>& locations, 
 
 void StorageScanner::finish(bool incomplete) {
     std::vector<std::pair<std::uint64_t, std::size_t>> order;
+    order.reserve(scan_.projects.size());
     for (std::size_t index = 0; index < scan_.projects.size(); ++index)
         order.emplace_back(scan_.projects[index].bytes(), index);
     // Found in ascending order of paths, which holds among equals.

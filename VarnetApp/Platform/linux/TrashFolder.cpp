@@ -132,6 +132,7 @@ std::expected<TrashedFolder, std::string> TrashedFolder::hold(const std::string&
     folder.topPath = "/";
     folder.parent = FileDescriptor(open("/", heldFlags));
     folder.top = FileDescriptor(open("/", heldFlags));
+    if (!folder.parent || !folder.top) return failedWith(errno);
     auto mount = mountOf(folder.parent);
     for (std::size_t begin = 1; begin <= last;) {
         const std::size_t end = path.find('/', begin);
@@ -148,7 +149,7 @@ std::expected<TrashedFolder, std::string> TrashedFolder::hold(const std::string&
         folder.parent = std::move(next);
         begin = end + 1;
     }
-    if (!folder.parent || !folder.top) return failedWith(errno);
+    if (!folder.top) return failedWith(errno);
     if (identityOf(folder.parent, folder.name) != identity) {
         return std::unexpected("The folder is not the one that was checked. Nothing was moved.");
     }

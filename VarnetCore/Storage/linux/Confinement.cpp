@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cerrno>
 #include <charconv>
 #include <climits>
@@ -76,7 +77,7 @@ private:
 
 /// The loader that started this program, which is the system's for any other; empty without one.
 std::string systemLoader() {
-    const auto* header = reinterpret_cast<const ElfW(Phdr)*>(getauxval(AT_PHDR));
+    const auto* header = std::bit_cast<const ElfW(Phdr)*>(getauxval(AT_PHDR));
     const unsigned long count = getauxval(AT_PHNUM);
     std::uintptr_t base = 0;
     const char* loader = nullptr;
@@ -85,7 +86,7 @@ std::string systemLoader() {
             base = reinterpret_cast<std::uintptr_t>(header) - header[at].p_vaddr;
     }
     for (unsigned long at = 0; header != nullptr && at < count; ++at) {
-        if (header[at].p_type == PT_INTERP) loader = reinterpret_cast<const char*>(base + header[at].p_vaddr);
+        if (header[at].p_type == PT_INTERP) loader = std::bit_cast<const char*>(base + header[at].p_vaddr);
     }
     return loader != nullptr ? loader : "";
 }
@@ -210,7 +211,7 @@ bool Confinement::mayExecute(pid_t pid, unsigned long long name) const {
         const auto at = static_cast<std::uintptr_t>(name) + got;
         const std::size_t piece = std::min(wanted - got, page - at % page);
         const iovec local{text.data() + got, piece};
-        const iovec remote{reinterpret_cast<void*>(at), piece};
+        const iovec remote{std::bit_cast<void*>(at), piece};
         if (process_vm_readv(pid, &local, 1, &remote, 1, 0) != static_cast<ssize_t>(piece)) break;
         got += piece;
     }
