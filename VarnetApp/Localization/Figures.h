@@ -21,6 +21,8 @@ public:
     QString percent(std::optional<double> percent) const;
     /// Memory in units of 1,024: "4.6 GB", "912 MB", "640 KB".
     QString memory(std::optional<std::uint64_t> bytes) const;
+    /// Room on a disk in units of 1,000, as disks are sold: "418.6 GB", "6.0 GB", "640 KB".
+    QString diskSize(std::uint64_t bytes) const;
     /// "2,840".
     QString count(std::uint64_t number) const;
     /// "2,840 RPM".

@@ -5,6 +5,7 @@
 #include "VarnetApp/Components/Theme.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
+#include "VarnetApp/StorageStore/DiskStorageStore.h"
 #include "probes/SystemProbes.h"
 
 #include <QCoreApplication>
@@ -46,13 +47,29 @@ struct Stage {
                                                   .user = PreparedMachine::user,
                                                   .preview = picture.data(),
                                                   .collaborators = {}}),
-          flame(store.settings()), context{store, localization, clock, &flame, picture.actions} {}
+          wholeDisk({.probes = probes,
+                     .clock = clock,
+                     .mainQueue = queue,
+                     .scans = queue,
+                     .questions = queue,
+                     .preview = true}),
+          storage({.probes = probes,
+                   .clock = clock,
+                   .mainQueue = queue,
+                   .jobs = queue,
+                   .home = "/home/dana",
+                   .preview = true},
+                  wholeDisk),
+          flame(store.settings()),
+          context{store, localization, clock, &flame, picture.actions, nullptr, &storage} {}
 
     SystemProbes probes;
     StillClock clock;
     IdleQueue queue;
     AppLocalization localization;
     VarnetStore store;
+    WholeDiskStore wholeDisk;
+    DiskStorageStore storage;
     DockFlame flame;
     ViewContext context;
 };
@@ -73,6 +90,7 @@ QImage paint(const Picture& picture, Look look, double scale, const QString& lan
     Stage stage(picture, language);
     stage.store.setPreviewOnboarded(picture.onboarded);
     if (picture.prepare) picture.prepare(stage.store);
+    if (picture.storage) picture.storage(stage.storage);
 
     QQuickRenderControl control;
     QQuickWindow window(&control);

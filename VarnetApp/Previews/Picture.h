@@ -14,6 +14,7 @@ class QQuickItem;
 namespace varnet {
 
 struct MonitorSnapshot;
+class DiskStorageStore;
 class VarnetStore;
 
 /// One picture of a view: which, of what, and how large.
@@ -28,6 +29,8 @@ struct Picture {
     std::function<void(QQuickItem&)> touch = {};
     bool onboarded = true;
     ViewActions actions = {};
+    /// Sets up what the storage page shows; empty: nothing was ever scanned.
+    std::function<void(DiskStorageStore&)> storage = {};
 };
 
 enum class Look { dark, light };
