@@ -69,6 +69,17 @@ void WholeDiskModel::refresh() {
     emit changed();
 }
 
+void WholeDiskModel::refreshSoon() {
+    if (!begun_ || std::exchange(refreshWaits_, true)) return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            refreshWaits_ = false;
+            refresh();
+        },
+        Qt::QueuedConnection);
+}
+
 void WholeDiskModel::refreshCapacity() {
     const WholeDiskStore* const store = disk();
     hasCapacity_ = store && store->capacity();
@@ -114,12 +125,12 @@ void WholeDiskModel::refreshContent(const DiskUsageScan& scan) {
 
 void WholeDiskModel::setCrumbRoom(int count) {
     count = std::max(count, 3);
-    if (std::exchange(crumbRoom_, count) != count) refresh();
+    if (std::exchange(crumbRoom_, count) != count) refreshSoon();
 }
 
 void WholeDiskModel::setFirstRows(int count) {
     count = std::max(count, 4);
-    if (std::exchange(firstRows_, count) != count) refresh();
+    if (std::exchange(firstRows_, count) != count) refreshSoon();
 }
 
 void WholeDiskModel::setAsList(bool list) {

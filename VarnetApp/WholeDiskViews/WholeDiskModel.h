@@ -114,11 +114,14 @@ private:
     WholeDiskStore* disk() const;
     void speak();
     void refresh();
+    /// The view has found another room for things: not while it lays itself out.
+    void refreshSoon();
     void refreshContent(const DiskUsageScan& scan);
     void refreshCapacity();
     void showFolder(std::optional<std::string> path);
 
     bool begun_ = false;
+    bool refreshWaits_ = false;
     TreemapLanguage language_;
 
     bool hasCapacity_ = false;

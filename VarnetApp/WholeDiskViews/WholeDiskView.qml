@@ -101,7 +101,7 @@ FocusScope {
         DiskFoot {
             id: foot
             x: view.padding
-            y: disk.asList ? list.y + list.height + 4 : view.mapTop + view.mapHeight + 4
+            y: disk.asList ? view.height - height - (view.padding - 8) : view.mapTop + view.mapHeight + 4
             width: disk.asList ? view.room : view.mapWidth
             model: disk
         }
@@ -109,7 +109,8 @@ FocusScope {
             id: list
 
             x: view.stacked || disk.asList ? view.padding : view.width - view.padding - width
-            y: disk.asList || !view.stacked ? view.mapTop : foot.y + foot.height + view.gap
+            y: disk.asList || !view.stacked ? view.mapTop
+               : view.mapTop + view.mapHeight + 4 + foot.height + view.gap
             width: view.stacked || disk.asList ? view.room : 280
             height: disk.asList ? view.height - y - foot.height - 4 - (view.padding - 8)
                   : view.stacked ? Math.min(fullHeight, view.height - view.padding)
