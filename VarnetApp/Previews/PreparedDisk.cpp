@@ -58,7 +58,7 @@ DiskUsageScan PreparedDisk::homeFolder() {
     add(scan, home, "disk-image.img", 9.4, false);
     add(scan, home, ".local", 6.2);
     const std::pair<const char*, double> rest[] = {
-        {".cargo", 2.1},        {"Documents", 1.8},  {".docker", 1.4},        {".npm", 1.1},
+        {".cargo", 2.15},       {"Documents", 1.8},  {".docker", 1.4},        {".npm", 1.1},
         {".config", 0.8},       {"backups", 0.6},    {"Desktop", 0.4},        {".claude", 0.3},
         {".mozilla", 0.25},     {"Games", 0.2},      {"notes.pdf", 0.15},     {"fonts", 0.1},
         {"talk.mp4", 0.08},     {".ssh", 0.05},      {"archive.zip", 0.04},   {"scratch", 0.03},

@@ -7,11 +7,13 @@ Flow {
 
     required property WholeDiskModel model
 
-    spacing: 12
+    // Beside each other they stand apart by their own padding; below each other they do not.
+    spacing: 0
 
     Row {
         height: 28
         spacing: 6
+        rightPadding: 16
         visible: foot.model.status.length > 0
 
         Loader {
@@ -46,6 +48,7 @@ Flow {
     }
     Row {
         height: 28
+        rightPadding: 12
         visible: foot.model.unreadable.length > 0
 
         Icon {
@@ -65,7 +68,7 @@ Flow {
     Button {
         id: why
         objectName: "aboutSums"
-        visible: foot.model.hasTiles || foot.model.hasRows
+        visible: !foot.model.scanning && (foot.model.hasTiles || foot.model.hasRows)
         kind: Button.Link
         text: Words.text("Why doesn’t the map add up to Used?")
         onClicked: sums.toggleAt(why, 32)
@@ -73,6 +76,7 @@ Flow {
 
     InfoPanel {
         id: access
+        x: 0
         title: Words.text("About access")
 
         Label {
@@ -97,6 +101,7 @@ Flow {
     }
     InfoPanel {
         id: sums
+        x: 0
         title: Words.text("Why doesn’t the map add up to Used?")
         width: 360
 

@@ -70,6 +70,23 @@ Card {
             itemAtIndex(next)?.forceActiveFocus(Qt.TabFocusReason);
         }
 
+        // The rows of another folder are on their way, and the keyboard is to go on with the first.
+        property bool waits: false
+
+        function open(key: string, byKeys: bool): void {
+            card.model.open(key);
+            if (byKeys)
+                leave();
+        }
+        function leave(): void { waits = count === 0 }
+
+        onCountChanged: {
+            if (count === 0 || !waits)
+                return;
+            waits = false;
+            Qt.callLater(go, 0);
+        }
+
         Keys.onPressed: (event) => {
             event.accepted = true;
             switch (event.key) {
@@ -79,7 +96,7 @@ Card {
             case Qt.Key_End: go(count - 1); break;
             case Qt.Key_PageDown: go(currentIndex + page); break;
             case Qt.Key_PageUp: go(currentIndex - page); break;
-            case Qt.Key_Backspace: card.model.goUp(); break;
+            case Qt.Key_Backspace: card.model.goUp(); leave(); break;
             default: event.accepted = false;
             }
         }
@@ -114,7 +131,7 @@ Card {
             reachable: ListView.isCurrentItem
             onActiveFocusChanged: if (activeFocus) list.currentIndex = index
             onHoveredChanged: card.lit(hovered ? model.key : "")
-            onClicked: card.model.open(model.key)
+            onClicked: list.open(model.key, visualFocus)
         }
     }
     Button {

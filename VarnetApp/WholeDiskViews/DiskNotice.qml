@@ -9,8 +9,6 @@ Item {
     required property WholeDiskModel model
     property bool inCard: false
 
-    visible: true
-
     Column {
         x: Math.round((parent.width - width) / 2)
         y: Math.round((parent.height - height) * 0.38)
@@ -59,7 +57,7 @@ Item {
             visible: notice.model.noticeCanScan
             kind: Button.Primary
             size: Button.Large
-            iconName: "search"
+            iconName: notice.model.started ? "refresh" : "search"
             text: notice.model.started ? Words.text("Rescan") : Words.text("Scan whole disk")
             onClicked: notice.model.scanOrStop()
         }

@@ -28,8 +28,7 @@ WholeDiskTexts::Notice WholeDiskTexts::notice(const State& state, bool empty, co
     if (!state.started) {
         return {.icon = "storage",
                 .title = "See what fills your disk.",
-                .text = "External drives aren’t included. The scan only reads names and sizes; it doesn’t "
-                        "open or upload your files.",
+                .text = "Scan once, then walk through every folder by its size. Nothing is moved or changed.",
                 .canScan = true};
     }
     if (!empty) return {};

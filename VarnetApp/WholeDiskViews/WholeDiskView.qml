@@ -13,9 +13,14 @@ FocusScope {
     // The list finds no room beside the map.
     readonly property bool stacked: width < 760
     readonly property int mapTop: disk.hasCapacity ? 102 : 56
-    readonly property int mapWidth: stacked ? room : room - 280 - gap
+    // With nothing in it and nothing sought, the list gives its room to whoever says why.
+    readonly property bool listed: disk.asList || disk.hasRows || disk.hasEmpty || disk.search.length > 0
+                                   || disk.noticeTitle.length === 0
+    readonly property int mapWidth: stacked || !listed ? room : room - 280 - gap
     // Down to the foot; where the list is below, its top peeks out.
-    readonly property int mapHeight: Math.max(240, height - mapTop - foot.height - 4 - (stacked ? 84 : padding - 8))
+    readonly property int mapHeight: Math.max(240, height - mapTop - foot.height - 4 - (stacked && listed ? 84 : padding - 8))
+    // A list alone keeps room for a few rows.
+    readonly property int listHeight: Math.max(52 + 5 * 49 + list.below, height - mapTop - foot.height - 4 - (padding - 8))
 
     function explainAccess(): void { access.open() }
 
@@ -35,8 +40,10 @@ FocusScope {
         id: page
 
         anchors.fill: parent
+        focus: true
         visible: disk.started
-        contentHeight: view.stacked && !disk.asList ? list.y + list.height + view.padding : height
+        contentHeight: disk.asList ? view.mapTop + view.listHeight + 4 + foot.height + view.padding - 8
+                     : view.stacked && view.listed ? list.y + list.height + view.padding : height
 
         DiskCapacityLine {
             x: view.padding
@@ -79,7 +86,9 @@ FocusScope {
             y: view.mapTop
             width: view.mapWidth
             height: view.mapHeight
-            visible: !disk.asList && disk.hasTiles
+            // Without a tile it shows nothing, and keeps the keyboard until the next folder is there.
+            visible: !disk.asList
+            focus: true
             label: Words.text("Disk map")
             model: disk.map
             onOpened: (key) => disk.open(key)
@@ -90,7 +99,7 @@ FocusScope {
             y: view.mapTop
             width: view.mapWidth
             height: view.mapHeight
-            visible: !disk.asList && !disk.hasTiles
+            visible: !disk.asList && !disk.hasTiles && disk.noticeTitle.length > 0
 
             DiskNotice {
                 anchors.fill: parent
@@ -101,7 +110,7 @@ FocusScope {
         DiskFoot {
             id: foot
             x: view.padding
-            y: disk.asList ? view.height - height - (view.padding - 8) : view.mapTop + view.mapHeight + 4
+            y: disk.asList ? view.mapTop + view.listHeight + 4 : view.mapTop + view.mapHeight + 4
             width: disk.asList ? view.room : view.mapWidth
             model: disk
         }
@@ -112,7 +121,8 @@ FocusScope {
             y: disk.asList || !view.stacked ? view.mapTop
                : view.mapTop + view.mapHeight + 4 + foot.height + view.gap
             width: view.stacked || disk.asList ? view.room : 280
-            height: disk.asList ? view.height - y - foot.height - 4 - (view.padding - 8)
+            visible: view.listed
+            height: disk.asList ? view.listHeight
                   : view.stacked ? Math.min(fullHeight, view.height - view.padding)
                   : view.height - y - view.padding
             model: disk
