@@ -4,6 +4,7 @@
 #include "VarnetApp/Previews/BatteryScreens.h"
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
+#include "VarnetApp/Previews/WholeDiskScreens.h"
 
 #include <QMetaObject>
 #include <QQuickItem>
@@ -139,7 +140,6 @@ std::vector<Picture> screens() {
         {"overview-toast", "MainWindow", window, calm,
          [](VarnetStore& store) { store.setActionMessage("Django has left the building."); }},
         {"report", "MainWindow", window, busy, [](VarnetStore& store) { store.presentRoast(); }},
-        {"storage", "MainWindow", window, busy, [](VarnetStore& store) { store.setPage(Page::storage); }},
         {.name = "onboarding", .view = "MainWindow", .size = window, .data = gathering, .onboarded = false},
         {.name = "onboarding-small",
          .view = "MainWindow",
@@ -166,7 +166,7 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (auto room : {listScreens, batteryScreens})
+    for (auto room : {listScreens, batteryScreens, wholeDiskScreens})
         for (Picture& picture : room())
             pictures.push_back(std::move(picture));
     return pictures;

@@ -75,13 +75,13 @@ private:
 
 } // namespace
 
-TileLabel TileLabel::of(QSize size, bool hasParts) noexcept {
+TileLabel TileLabel::of(QSize size, bool hasParts, bool partial) noexcept {
     const int width = size.width();
     const int height = size.height();
     if (hasParts && width >= 96 && height >= 96) return {TileWords::head, 1, false};
     if (width >= 112 && height >= 88)
         return {TileWords::full, height >= 150 ? 2 : height >= 104 ? 1 : 0, height >= 120};
-    if (width >= 72 && height >= 44) return {TileWords::nameAndSize, 0, false};
+    if (width >= 72 && height >= 44) return {TileWords::nameAndSize, partial && height >= 80 ? 2 : 0, false};
     if (width >= 40 && height >= 22) return {TileWords::name, 0, false};
     return {};
 }
@@ -108,17 +108,17 @@ std::vector<TreemapCell> treemapCells(const std::vector<TreemapTile>& tiles, QSi
         TreemapCell& cell = cells[i];
         cell.frame = places[i];
         cell.tone = tile.node.color;
-        cell.label = TileLabel::of(cell.frame.size(), !tile.parts.empty());
+        cell.label = TileLabel::of(cell.frame.size(), !tile.parts.empty(), tile.node.partial);
         if (cell.label.words == TileWords::none) continue;
         cell.title = language.title(tile.node);
         if (cell.label.words == TileWords::name) continue;
         cell.figure = language.size(tile.node);
-        if (cell.label.words == TileWords::nameAndSize) continue;
+        if (cell.label.words == TileWords::nameAndSize && cell.label.subtitleLines == 0) continue;
         cell.subtitle = language.subtitle(tile.node);
         cell.partial = tile.node.partial;
         if (cell.label.words == TileWords::full) {
             cell.icon = MapLooks::iconOf(tile.node.symbol);
-        } else {
+        } else if (cell.label.words == TileWords::head) {
             cell.parts = parts.of(tile.parts, cell.frame.adjusted(6, TileLabel::headHeight, -6, -6));
         }
     }

@@ -31,7 +31,8 @@ struct TileLabel {
     int subtitleLines = 0;
     bool largeFigure = false;
 
-    static TileLabel of(QSize size, bool hasParts) noexcept;
+    /// @param partial not all of it was measured, which is said wherever there is room
+    static TileLabel of(QSize size, bool hasParts, bool partial) noexcept;
 
     friend bool operator==(const TileLabel&, const TileLabel&) = default;
 };
