@@ -54,13 +54,17 @@ int main(int argc, char** argv) {
     case CommandLine::Action::integration:
         return varnet::Diagnostics::integration();
     case CommandLine::Action::renderBattery:
+    case CommandLine::Action::renderStorage:
     case CommandLine::Action::renderPreviews: {
         // Pictures need no display, and must not depend on one that is there.
         qputenv("QT_QPA_PLATFORM", "offscreen");
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
         const QGuiApplication application(argc, argv);
+        const QString language = QString::fromStdString(line.language);
+        if (line.action == CommandLine::Action::renderStorage)
+            return varnet::Previews::renderStorage(line.folder, language);
         const bool battery = line.action == CommandLine::Action::renderBattery;
-        return varnet::Previews::render(line.folder, QString::fromStdString(line.language),
+        return varnet::Previews::render(line.folder, language,
                                         battery ? "battery" : QString::fromStdString(line.only));
     }
     case CommandLine::Action::start:

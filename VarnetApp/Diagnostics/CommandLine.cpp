@@ -17,6 +17,7 @@ Shows what keeps this machine busy, and which of it may go.
 
   --battery-diagnose     measure the battery and print it as one JSON object
   --render-battery DIR   write pictures of the battery page in its states, without a display
+  --render-storage DIR   write pictures of the storage page in its states, without a display
   --storage-diagnose [FOLDER...]
                          find the projects in the usual places and in these folders,
                          print what they occupy as one JSON object
@@ -54,6 +55,7 @@ struct Switch {
 constexpr std::array switches{
     Switch{"--help", Takes::nothing, Action::help},
     Switch{"--version", Takes::nothing, Action::version},
+    Switch{"--render-storage", Takes::folder, Action::renderStorage},
     Switch{"--battery-diagnose", Takes::nothing, Action::batteryDiagnose},
     Switch{"--render-battery", Takes::folder, Action::renderBattery},
     Switch{"--storage-diagnose", Takes::folders, Action::storageDiagnose},

@@ -62,23 +62,8 @@ FocusScope {
     Component {
         id: storage
 
-        FocusScope {
-            PageHead {
-                id: head
-                x: disk.padding
-                y: root.narrow ? 16 : 20
-                width: parent.width - 2 * disk.padding
-                headline: Words.text("Storage")
-                line: Words.text("External drives aren’t included. The scan only reads names and sizes; it doesn’t open or upload your files.")
-            }
-            WholeDiskView {
-                id: disk
-                y: head.y + head.height + 16
-                width: parent.width
-                height: parent.height - y
-                focus: true
-                padding: root.narrow ? 16 : 24
-            }
+        StorageView {
+            narrow: root.narrow
         }
     }
     Component {

@@ -1,12 +1,27 @@
 #include "VarnetApp/Previews/Previews.h"
 
 #include "VarnetApp/Previews/Screens.h"
+#include "VarnetApp/Previews/WholeDiskScreens.h"
+
+#include <QTemporaryDir>
 
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 namespace varnet {
 
-int Previews::render(const std::filesystem::path& folder, const QString& language, const QString& only) {
+namespace {
+
+std::vector<Picture> screensBeginning(const QString& name) {
+    std::vector<Picture> pictures;
+    for (Picture& picture : screens())
+        if (picture.name.startsWith(name)) pictures.push_back(std::move(picture));
+    return pictures;
+}
+
+int write(const std::vector<Picture>& pictures, const std::filesystem::path& folder,
+          const QString& language) {
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) {
@@ -14,8 +29,7 @@ int Previews::render(const std::filesystem::path& folder, const QString& languag
         return 1;
     }
     bool complete = true;
-    for (const Picture& picture : screens()) {
-        if (!picture.name.startsWith(only)) continue;
+    for (const Picture& picture : pictures) {
         for (const Look look : {Look::dark, Look::light}) {
             for (const int scale : {1, 2}) {
                 const QString file = picture.name + (look == Look::dark ? "-dark" : "-light") +
@@ -29,6 +43,26 @@ int Previews::render(const std::filesystem::path& folder, const QString& languag
         }
     }
     return complete ? 0 : 1;
+}
+
+} // namespace
+
+int Previews::render(const std::filesystem::path& folder, const QString& language, const QString& only) {
+    return write(screensBeginning(only), folder, language);
+}
+
+int Previews::renderStorage(const std::filesystem::path& folder, const QString& language) {
+    std::vector<Picture> pictures = screensBeginning("storage");
+    for (Picture& picture : screensBeginning("disk"))
+        pictures.push_back(std::move(picture));
+    const QTemporaryDir tree;
+    std::vector<Picture> measured;
+    if (tree.isValid()) measured = measuredDiskScreens(tree.path().toStdString());
+    if (measured.empty()) std::fputs("varnet: no tree of files could be measured\n", stderr);
+    for (Picture& picture : measured)
+        pictures.push_back(std::move(picture));
+    const int status = write(pictures, folder, language);
+    return measured.empty() ? 1 : status;
 }
 
 } // namespace varnet

@@ -4,6 +4,7 @@
 #include "VarnetApp/Previews/BatteryScreens.h"
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
+#include "VarnetApp/Previews/StorageScreens.h"
 #include "VarnetApp/Previews/WholeDiskScreens.h"
 
 #include <QMetaObject>
@@ -166,7 +167,7 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (auto room : {listScreens, batteryScreens, wholeDiskScreens})
+    for (auto room : {listScreens, batteryScreens, storageScreens, wholeDiskScreens})
         for (Picture& picture : room())
             pictures.push_back(std::move(picture));
     return pictures;

@@ -78,6 +78,7 @@ Picture screen(const QString& name, Shown shown, Touch touch = {}, QSize size = 
     picture.storage = [shown = std::move(shown)](DiskStorageStore& storage) {
         storage.wholeDisk().setPreview(shown.scan, PreparedDisk::capacity(), shown.path, shown.scanning,
                                        shown.failure);
+        storage.page.wholeDisk = true;
     };
     return picture;
 }
@@ -130,7 +131,7 @@ std::vector<Picture> wholeDiskScreens() {
         screen("disk-wide", {}, {}, {1400, 900}),
     };
     Picture start = screen("disk-start", nothing);
-    start.storage = {};
+    start.storage = [](DiskStorageStore& storage) { storage.page.wholeDisk = true; };
     pictures.push_back(start);
     start.name = "disk-start-least";
     start.size = leastWindow;

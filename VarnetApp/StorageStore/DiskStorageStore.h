@@ -109,6 +109,13 @@ public:
     /// Seconds between two looks at a running scan: every look is drawn anew.
     static constexpr double publishInterval = 0.1;
 
+    /// What the user has chosen to look at, kept while the page is away.
+    struct PageChoice {
+        bool wholeDisk = false; ///< instead of the projects
+        bool listOnly = false;  ///< the projects' list alone, without their map
+    };
+    PageChoice page;
+
     static constexpr const char* addFolderTitle = "Choose a projects or worktrees folder";
 
 signals:
