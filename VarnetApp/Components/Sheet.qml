@@ -48,16 +48,15 @@ T.Popup {
             width: parent.width - 48
             text: sheet.title
         }
-        Flickable {
+        // What the keyboard reaches comes into view.
+        ScrollPage {
             id: scroller
             x: 24
             y: 60
             width: parent.width - 48
             height: parent.height - y - (footArea.visible ? 65 : 0)
             contentHeight: column.implicitHeight + sheet.bottomGap
-            interactive: contentHeight > height
-            clip: interactive
-            boundsBehavior: Flickable.StopAtBounds
+
             // Beside the words, in the sheet's own margin.
             T.ScrollBar.vertical: ScrollThumb {
                 parent: scroller.parent

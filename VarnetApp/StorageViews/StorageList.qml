@@ -26,7 +26,7 @@ Card {
         objectName: "storageSearch"
         x: 12
         y: 12
-        width: card.wide ? Math.min(320, parent.width - 24) : parent.width - 24
+        width: card.wide ? Math.max(200, Math.min(320, parent.width - 414)) : parent.width - 24
         placeholderText: Words.text("Search projects or worktrees")
         clearLabel: Words.text("Clear search")
         text: card.model.search
