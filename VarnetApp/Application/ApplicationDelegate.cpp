@@ -8,6 +8,9 @@
 #include "VarnetApp/Application/Windows.h"
 #include "VarnetApp/Components/Mascot/MascotPainter.h"
 #include "VarnetApp/Components/Theme.h"
+#include "VarnetApp/Engine/AppData.h"
+#include "VarnetApp/FlameCollectionStore/CollectionFile.h"
+#include "VarnetApp/FlameCollectionStore/FlameCollectionStore.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Platform/Appearance.h"
 #include "VarnetApp/Platform/ApplicationCatalog.h"
@@ -94,7 +97,10 @@ private:
         trayTimer_.start(trayPatience);
     }
 
-    void willTerminate() { defaults_.sync(); }
+    void willTerminate() {
+        collection_.save(FlameCollectionStore::Saving::now);
+        defaults_.sync();
+    }
 
     /// Without a tray the main window is the program.
     void standInForTray() {
@@ -158,6 +164,11 @@ private:
     std::unique_ptr<platform::TrayItem> trayItem_ = platform::makeTrayItem();
 
     MainQueue mainQueue_;
+    ThreadQueue collectionWriter_;
+    FlameCollectionStore collection_{{.clock = clock_,
+                                      .mainQueue = mainQueue_,
+                                      .writer = collectionWriter_,
+                                      .file = AppData::root() / CollectionFile::name}};
     VarnetStore store_{
         {.probes = probes_,
          .clock = clock_,
@@ -173,9 +184,15 @@ private:
          .storage = {},
          .preview = nullptr,
          .collaborators = {
+             .observeCollection = [this](const MonitorSnapshot& snapshot) { collection_.observe(snapshot); },
              .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
              .thermalState = [this] { return thermalState(); },
              .visibleUI = [this] { return windows_.anyVisible(); },
+             .inspected = [this](GroupKind kind) { collection_.inspect(kind); },
+             .stopped = [this](const StopPlan& plan, const std::vector<StopResult>& results,
+                               bool forgotten) { collection_.stopped(plan, results, forgotten); },
+             .unlockedBadges = [this] { return collection_.archive().unlocked.size(); },
+             .resetCollection = [this] { collection_.reset(); },
              .batteryWarning = [this]() -> std::optional<std::string> {
                  const auto& battery = store_.latestSnapshot().battery;
                  return battery ? battery->warning : std::nullopt;
@@ -188,7 +205,8 @@ private:
         clock_,
         &flame_,
         {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }},
-        fileOpening_.get()};
+        fileOpening_.get(),
+        &collection_};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{

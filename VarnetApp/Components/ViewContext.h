@@ -13,6 +13,7 @@ namespace varnet {
 class AppLocalization;
 class Clock;
 class DockFlame;
+class FlameCollectionStore;
 class VarnetStore;
 
 namespace platform {
@@ -38,7 +39,8 @@ struct ViewContext {
     const Clock& clock;
     DockFlame* dockFlame = nullptr; ///< null: no flame to set up
     ViewActions actions = {};
-    platform::FileOpening* files = nullptr; ///< null: nobody opens addresses and shows files
+    platform::FileOpening* files = nullptr;     ///< null: nobody opens addresses and shows files
+    FlameCollectionStore* collection = nullptr; ///< null: no badges are kept
 
     /// Makes the context known to an engine before it loads anything.
     void give(QQmlEngine& engine);
