@@ -22,6 +22,19 @@ bool hasDisplay() {
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
 }
 
+int render(const varnet::CommandLine& line, int argc, char** argv) {
+    using Action = varnet::CommandLine::Action;
+    // Pictures need no display, and must not depend on one that is there.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    const QGuiApplication application(argc, argv);
+    const QString language = QString::fromStdString(line.language);
+    if (line.action == Action::renderCollection)
+        return varnet::Previews::renderCollection(line.folder, language);
+    if (line.action == Action::renderReports) return varnet::Previews::renderReports(line.folder, language);
+    return varnet::Previews::render(line.folder, language, QString::fromStdString(line.only));
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -46,14 +59,10 @@ int main(int argc, char** argv) {
         return varnet::Diagnostics::benchmark(line.seconds);
     case CommandLine::Action::integration:
         return varnet::Diagnostics::integration();
-    case CommandLine::Action::renderPreviews: {
-        // Pictures need no display, and must not depend on one that is there.
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-        const QGuiApplication application(argc, argv);
-        return varnet::Previews::render(line.folder, QString::fromStdString(line.language),
-                                        QString::fromStdString(line.only));
-    }
+    case CommandLine::Action::renderCollection:
+    case CommandLine::Action::renderPreviews:
+    case CommandLine::Action::renderReports:
+        return render(line, argc, argv);
     case CommandLine::Action::start:
         if (!hasDisplay()) return varnet::Diagnostics::liveReading();
         return varnet::ApplicationDelegate::run(argc, argv, line.showWindow, line.login);

@@ -32,9 +32,4 @@ DockFlame* DockFlameInQml::create(QQmlEngine* engine, QJSEngine*) {
     return context && context->dockFlame ? lent(*context->dockFlame) : nullptr;
 }
 
-FlameCollectionStore* FlameCollectionInQml::create(QQmlEngine* engine, QJSEngine*) {
-    ViewContext* const context = ViewContext::of(engine);
-    return context && context->collection ? lent(*context->collection) : nullptr;
-}
-
 } // namespace varnet

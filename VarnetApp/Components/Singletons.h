@@ -2,7 +2,6 @@
 
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Application/DockFlame.h"
-#include "VarnetApp/FlameCollectionStore/FlameCollectionStore.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 
 #include <QQmlEngine>
@@ -41,17 +40,6 @@ struct DockFlameInQml {
 
 public:
     static DockFlame* create(QQmlEngine* engine, QJSEngine*);
-};
-
-/// The badges' store: what is announced and what went wrong.
-struct FlameCollectionInQml {
-    Q_GADGET
-    QML_FOREIGN(varnet::FlameCollectionStore)
-    QML_NAMED_ELEMENT(Collection)
-    QML_SINGLETON
-
-public:
-    static FlameCollectionStore* create(QQmlEngine* engine, QJSEngine*);
 };
 
 } // namespace varnet

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -15,17 +16,19 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 
 Shows what keeps this machine busy, and which of it may go.
 
-  --battery-diagnose     measure the battery and print it as one JSON object
-  --diagnose             measure once and print everything as one JSON object
-  --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
-  --integration-test     find and stop a server of its own, print how that went as JSON
-  --render-previews DIR  write a picture of every screen, without a display
-  --preview-language L   beside a renderer: "en" or "cs"
-  --preview-only NAME    beside it: only pictures whose names begin so
-  --show-window          open the main window with the start
-  --login                start quietly, as the desktop does with the session
-  --help                 this text
-  --version              the version
+  --battery-diagnose       measure the battery and print it as one JSON object
+  --diagnose               measure once and print everything as one JSON object
+  --benchmark [SECONDS]    measure as with an open window, print what that costs (30 seconds)
+  --integration-test       find and stop a server of its own, print how that went as JSON
+  --render-collection DIR  write pictures of the badges and of a week to share
+  --render-reports DIR     write the pictures that are shared
+  --render-previews DIR    write a picture of every screen, without a display
+  --preview-language L     beside a renderer: "en" or "cs"
+  --preview-only NAME      beside it: only pictures whose names begin so
+  --show-window            open the main window with the start
+  --login                  start quietly, as the desktop does with the session
+  --help                   this text
+  --version                the version
 
 Without a switch the program starts. Diagnostic runs keep their state under
 "artifacts" in the current folder and never touch your own.
@@ -42,8 +45,10 @@ struct Switch {
     Takes takes;
 };
 
-constexpr std::array<Switch, 11> switches{{
+constexpr std::array<Switch, 13> switches{{
     {"--battery-diagnose", Takes::nothing},
+    {"--render-collection", Takes::folder},
+    {"--render-reports", Takes::folder},
     {"--diagnose", Takes::nothing},
     {"--benchmark", Takes::seconds},
     {"--integration-test", Takes::nothing},
@@ -80,6 +85,7 @@ const char* CommandLine::help() noexcept {
 CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
     std::vector<std::string_view> given;
     CommandLine line;
+    std::map<std::string_view, std::string> folders;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view argument = arguments[i];
         const auto known = std::ranges::find(switches, argument, &Switch::name);
@@ -94,7 +100,7 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         if (known->takes == Takes::nothing || !hasValue) continue;
         const std::string_view value = arguments[++i];
         if (known->takes == Takes::folder) {
-            line.folder = value;
+            folders[argument] = value;
         } else if (known->takes == Takes::language) {
             line.language = value;
         } else if (known->takes == Takes::name) {
@@ -114,6 +120,9 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::version;
     } else if (has("--battery-diagnose")) {
         line.action = Action::batteryDiagnose;
+    } else if (has("--render-collection")) {
+        line.action = Action::renderCollection;
+        line.folder = folders["--render-collection"];
     } else if (has("--diagnose")) {
         line.action = Action::diagnose;
     } else if (has("--benchmark")) {
@@ -122,6 +131,10 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         line.action = Action::integration;
     } else if (has("--render-previews")) {
         line.action = Action::renderPreviews;
+        line.folder = folders["--render-previews"];
+    } else if (has("--render-reports")) {
+        line.action = Action::renderReports;
+        line.folder = folders["--render-reports"];
     }
     return line;
 }

@@ -15,7 +15,9 @@ struct CommandLine {
         diagnose,
         benchmark,
         integration,
+        renderCollection,
         renderPreviews,
+        renderReports,
         help,
         version,
         refuse

@@ -21,6 +21,8 @@ FocusScope {
             case "apps":
             case "projects":
                 return groups;
+            case "hall":
+                return hall;
             default:
                 return later;
             }
@@ -49,9 +51,16 @@ FocusScope {
         }
     }
     Component {
+        id: hall
+
+        HallOfFlameView {
+            narrow: root.narrow
+        }
+    }
+    Component {
         id: later
 
-        // Storage, battery and the Hall of Flame are not built yet, and say so.
+        // Storage and battery are not built yet, and say so.
         Item {
             EmptyState {
                 anchors.centerIn: parent

@@ -1,6 +1,7 @@
 #include "VarnetApp/Previews/Screens.h"
 
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Previews/HallScreens.h"
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 
@@ -165,8 +166,9 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (Picture& picture : listScreens())
-        pictures.push_back(std::move(picture));
+    for (auto* const room : {listScreens, hallScreens})
+        for (Picture& picture : room())
+            pictures.push_back(std::move(picture));
     return pictures;
 }
 

@@ -1,4 +1,4 @@
-#include "VarnetApp/MainViews/HeadlineBreak.h"
+#include "VarnetApp/Components/HeadlineBreak.h"
 
 #include <gtest/gtest.h>
 

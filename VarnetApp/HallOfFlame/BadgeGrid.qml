@@ -1,0 +1,62 @@
+import QtQuick
+import Varnet
+
+// The medals in rows: one tab stop, arrow keys walk them.
+FocusScope {
+    id: grid
+
+    required property var badges
+
+    readonly property int columns: Math.max(2, Math.min(7, Math.floor((width + 16) / 160)))
+    readonly property int rows: Math.ceil(repeater.count / columns)
+    property int current: 0
+
+    implicitHeight: rows > 0 ? rows * 144 - 12 : 0
+
+    function go(index: int): void {
+        if (index < 0 || index >= repeater.count)
+            return;
+        current = index;
+        repeater.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    Keys.onLeftPressed: go(current - 1)
+    Keys.onRightPressed: go(current + 1)
+    Keys.onUpPressed: go(current - columns)
+    Keys.onDownPressed: go(current + columns)
+    Keys.onEscapePressed: (event) => {
+        event.accepted = bubble.opened;
+        bubble.dismiss();
+    }
+
+    Accessible.role: Accessible.List
+    Accessible.name: Words.text("Badges")
+
+    Repeater {
+        id: repeater
+        model: grid.badges
+
+        BadgeCard {
+            id: card
+
+            required property int index
+            readonly property int column: index % grid.columns
+            readonly property int start: Math.round(column * (grid.width + 16) / grid.columns)
+
+            x: start
+            y: Math.floor(index / grid.columns) * 144
+            width: Math.round((column + 1) * (grid.width + 16) / grid.columns) - 16 - start
+            height: 132
+            focus: index === grid.current
+            focusPolicy: index === grid.current ? Qt.StrongFocus : Qt.ClickFocus
+            told: bubble.opened && bubble.card === card
+            onTellRequested: bubble.tell(card)
+            onUntellRequested: bubble.untell(card)
+            onClicked: {
+                grid.current = index;
+                bubble.press(card);
+            }
+        }
+    }
+    BadgeFinePrint { id: bubble }
+}
