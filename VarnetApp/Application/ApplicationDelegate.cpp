@@ -2,6 +2,7 @@
 
 #include "VarnetApp/AppStore/MainQueue.h"
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Application/CollectionWatch.h"
 #include "VarnetApp/Application/LaunchPresentation.h"
 #include "VarnetApp/Application/MenuBarLabel.h"
 #include "VarnetApp/Application/UnixSignals.h"
@@ -183,21 +184,17 @@ private:
          .defaults = &defaults_,
          .storage = {},
          .preview = nullptr,
-         .collaborators = {
-             .observeCollection = [this](const MonitorSnapshot& snapshot) { collection_.observe(snapshot); },
-             .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
-             .thermalState = [this] { return thermalState(); },
-             .visibleUI = [this] { return windows_.anyVisible(); },
-             .inspected = [this](GroupKind kind) { collection_.inspect(kind); },
-             .stopped = [this](const StopPlan& plan, const std::vector<StopResult>& results,
-                               bool forgotten) { collection_.stopped(plan, results, forgotten); },
-             .unlockedBadges = [this] { return collection_.archive().unlocked.size(); },
-             .resetCollection = [this] { collection_.reset(); },
-             .batteryWarning = [this]() -> std::optional<std::string> {
-                 const auto& battery = store_.latestSnapshot().battery;
-                 return battery ? battery->warning : std::nullopt;
-             },
-         }}};
+         .collaborators = withCollection(
+             collection_,
+             {
+                 .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
+                 .thermalState = [this] { return thermalState(); },
+                 .visibleUI = [this] { return windows_.anyVisible(); },
+                 .batteryWarning = [this]() -> std::optional<std::string> {
+                     const auto& battery = store_.latestSnapshot().battery;
+                     return battery ? battery->warning : std::nullopt;
+                 },
+             })}};
     DockFlame flame_{store_.settings()};
     ViewContext context_{
         store_,

@@ -48,6 +48,9 @@ T.Popup {
     onClosed: pinned = false
 
     contentItem: Item {
+        Accessible.role: Accessible.ToolTip
+        Accessible.name: bubble.card ? bubble.card.text + " " + Words.text(bubble.card.words) : ""
+
         Column {
             id: column
             x: 14

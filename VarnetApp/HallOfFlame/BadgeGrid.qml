@@ -10,20 +10,20 @@ FocusScope {
     readonly property int columns: Math.max(2, Math.min(7, Math.floor((width + 16) / 160)))
     readonly property int rows: Math.ceil(repeater.count / columns)
     property int current: 0
+    // The list may have become shorter.
+    readonly property int reachable: Math.min(current, repeater.count - 1)
 
     implicitHeight: rows > 0 ? rows * 144 - 12 : 0
 
     function go(index: int): void {
-        if (index < 0 || index >= repeater.count)
-            return;
-        current = index;
-        repeater.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
+        if (index >= 0 && index < repeater.count)
+            repeater.itemAt(index).forceActiveFocus(Qt.TabFocusReason);
     }
 
-    Keys.onLeftPressed: go(current - 1)
-    Keys.onRightPressed: go(current + 1)
-    Keys.onUpPressed: go(current - columns)
-    Keys.onDownPressed: go(current + columns)
+    Keys.onLeftPressed: go(reachable - 1)
+    Keys.onRightPressed: go(reachable + 1)
+    Keys.onUpPressed: go(reachable - columns)
+    Keys.onDownPressed: go(reachable + columns)
     Keys.onEscapePressed: (event) => {
         event.accepted = bubble.opened;
         bubble.dismiss();
@@ -47,15 +47,12 @@ FocusScope {
             y: Math.floor(index / grid.columns) * 144
             width: Math.round((column + 1) * (grid.width + 16) / grid.columns) - 16 - start
             height: 132
-            focus: index === grid.current
-            focusPolicy: index === grid.current ? Qt.StrongFocus : Qt.ClickFocus
+            focusPolicy: index === grid.reachable ? Qt.StrongFocus : Qt.ClickFocus
+            onActiveFocusChanged: if (activeFocus) grid.current = index
             told: bubble.opened && bubble.card === card
             onTellRequested: bubble.tell(card)
             onUntellRequested: bubble.untell(card)
-            onClicked: {
-                grid.current = index;
-                bubble.press(card);
-            }
+            onClicked: bubble.press(card)
         }
     }
     BadgeFinePrint { id: bubble }

@@ -109,6 +109,15 @@ double CardDrawing::width(const QString& words, const QFont& font) {
     return QFontMetricsF(font).horizontalAdvance(words);
 }
 
+QString CardDrawing::sentences(const QStringList& parts) {
+    QString all;
+    for (const QString& part : parts) {
+        if (!all.isEmpty()) all += all.endsWith('.') || all.endsWith('?') || all.endsWith('!') ? " " : ". ";
+        all += part;
+    }
+    return all;
+}
+
 QString CardDrawing::elided(const QString& words, const QFont& font, double width) {
     return QFontMetricsF(font).elidedText(words, Qt::ElideRight, width);
 }

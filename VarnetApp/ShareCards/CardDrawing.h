@@ -35,6 +35,8 @@ public:
     /// Whole words in lines of this width; what is left over in the last one is cut.
     static QStringList wrapped(const QString& words, const QFont& font, double width, int most);
     static double width(const QString& words, const QFont& font);
+    /// What a picture says, one sentence after the other, for those who do not see it.
+    static QString sentences(const QStringList& parts);
     static QString elided(const QString& words, const QFont& font, double width);
 
 private:

@@ -164,7 +164,7 @@ QString ShareCard::description(const ShareCardSnapshot& card, const AppLocalizat
     for (const Cell& cell : cellsOf(card, localization))
         parts.append(cell.figure + ' ' + cell.caption);
     if (!card.projectNames.empty()) parts.append(projectsLine(card, localization));
-    return parts.join(". ");
+    return CardDrawing::sentences(parts);
 }
 
 } // namespace varnet

@@ -93,7 +93,7 @@ QString WeeklyCard::description(const AppLocalization& localization) const {
     QStringList parts{localization.text("Your week. Lightly roasted."), dates};
     for (const Statistic& statistic : statisticsOf(*this, localization))
         parts.append(statistic.figure + ' ' + statistic.caption);
-    return parts.join(". ");
+    return CardDrawing::sentences(parts);
 }
 
 } // namespace varnet

@@ -40,5 +40,21 @@ TEST(HeadlineBreak, givesThePunchlineItsOwnLine) {
     }
 }
 
+TEST(HeadlineBreak, takesAThirdLineOnlyWhenTwoAreNotEnough) {
+    struct Row {
+        const char* name;
+        QString words;
+        QString expected;
+    };
+    for (const Row& row :
+         {Row{"two will do", "one two three four", "one two\nthree four"},
+          Row{"most even", "one two three four five six seven", "one two three\nfour five\nsix seven"},
+          Row{"sentences first", "It ran. It won it all. Never left.",
+              "It ran.\nIt won it all.\nNever left."}}) {
+        const auto letters = [](const QString& piece) { return static_cast<double>(piece.size()); };
+        EXPECT_EQ(brokenHeadline(row.words, 14, letters, 3), row.expected) << row.name;
+    }
+}
+
 } // namespace
 } // namespace varnet
