@@ -38,7 +38,9 @@ T.Popup {
     }
 
     parent: card
-    x: card ? Math.round((card.width - width) / 2) : 0
+    // Under the middle of the badge, but not beyond the grid.
+    x: card ? Math.round(Math.max(-card.x, Math.min((card.width - width) / 2,
+                                                    (card.parent?.width ?? 0) - card.x - width))) : 0
     width: 280
     height: implicitHeight
     implicitHeight: column.implicitHeight + 24

@@ -7,7 +7,8 @@ FocusScope {
 
     required property var badges
 
-    readonly property int columns: Math.max(2, Math.min(7, Math.floor((width + 16) / 160)))
+    // Four and five leave no badge alone in a row when all are shown.
+    readonly property int columns: Math.max(2, Math.min(5, Math.floor((width + 16) / 160)))
     readonly property int rows: Math.ceil(repeater.count / columns)
     property int current: 0
     // The list may have become shorter.

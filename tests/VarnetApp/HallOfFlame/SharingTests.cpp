@@ -8,7 +8,15 @@
 
 namespace varnet {
 
-using SharingTests = HallStage;
+class SharingTests : public HallStage {
+protected:
+    /// The dialog that asks where to; null: there is none.
+    QObject* dialog() const {
+        for (QObject* const object : view->rootObject()->findChildren<QObject*>())
+            if (object->inherits("QQuickFileDialog")) return object;
+        return nullptr;
+    }
+};
 
 TEST_F(SharingTests, aWeekIsFrozenSavedAndCopied) {
     open(PreparedCollection::started());
@@ -64,6 +72,21 @@ TEST_F(SharingTests, aReportNamesProjectsOnlyWhenAsked) {
     store->presentRoast();
     EXPECT_FALSE(sheet->includeProjects()) << "names are asked for each time";
     EXPECT_NE(sheet->description(), shown);
+}
+
+TEST_F(SharingTests, theDialogComesEachTimeAndCallingItOffTellsNothing) {
+    open(PreparedCollection::started(), Page::overview);
+    store->presentRoast();
+    for (int time = 0; time < 2; ++time) {
+        click(item("savePng"));
+        ASSERT_NE(dialog(), nullptr);
+        EXPECT_TRUE(dialog()->property("visible").toBool());
+        EXPECT_TRUE(dialog()->property("selectedFile").toUrl().path().endsWith("/my-mac-report.png"));
+        QMetaObject::invokeMethod(dialog(), "close");
+        QMetaObject::invokeMethod(dialog(), "reject");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return dialog() == nullptr; }, 1000));
+        EXPECT_EQ(find<RoastSheetModel>()->message(), "");
+    }
 }
 
 } // namespace varnet
