@@ -19,7 +19,9 @@ struct CommandLine {
         diagnose,
         benchmark,
         integration,
+        renderCollection,
         renderPreviews,
+        renderReports,
         help,
         version,
         refuse

@@ -23,6 +23,8 @@ FocusScope {
             case "apps":
             case "projects":
                 return groups;
+            case "hall":
+                return hall;
             default:
                 return later;
             }
@@ -58,9 +60,16 @@ FocusScope {
         }
     }
     Component {
+        id: hall
+
+        HallOfFlameView {
+            narrow: root.narrow
+        }
+    }
+    Component {
         id: later
 
-        // Storage and the Hall of Flame are not built yet, and say so.
+        // Storage is not built yet, and says so.
         Item {
             EmptyState {
                 anchors.centerIn: parent

@@ -12,4 +12,11 @@ namespace varnet::Previews {
 /// @param only writes the pictures whose names begin with this; empty: all
 int render(const std::filesystem::path& folder, const QString& language, const QString& only = {});
 
+/// Writes the collection's pictures into a folder: the page in the smallest window, the earned badges, and
+/// the card that a week is shared as. @return the program's exit status
+int renderCollection(const std::filesystem::path& folder, const QString& language);
+
+/// Writes the pictures that are shared, and the sheet that shares a report. @return the program's exit status
+int renderReports(const std::filesystem::path& folder, const QString& language);
+
 } // namespace varnet::Previews

@@ -2,6 +2,7 @@
 
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Previews/BatteryScreens.h"
+#include "VarnetApp/Previews/HallScreens.h"
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 
@@ -166,7 +167,7 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (auto room : {listScreens, batteryScreens})
+    for (auto* const room : {listScreens, batteryScreens, hallScreens})
         for (Picture& picture : room())
             pictures.push_back(std::move(picture));
     return pictures;
