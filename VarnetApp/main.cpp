@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,6 +24,21 @@ constexpr int badUsage = 2;
 bool hasDisplay() {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
            !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+int render(const varnet::CommandLine& line, int argc, char** argv) {
+    using Action = varnet::CommandLine::Action;
+    // Pictures need no display, and must not depend on one that is there.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    const QGuiApplication application(argc, argv);
+    const QString language = QString::fromStdString(line.language);
+    if (line.action == Action::renderCollection)
+        return varnet::Previews::renderCollection(line.folder, language);
+    if (line.action == Action::renderReports) return varnet::Previews::renderReports(line.folder, language);
+    if (line.action == Action::renderStorage) return varnet::Previews::renderStorage(line.folder, language);
+    const std::string only = line.action == Action::renderBattery ? "battery" : line.only;
+    return varnet::Previews::render(line.folder, language, QString::fromStdString(only));
 }
 
 } // namespace
@@ -54,19 +70,11 @@ int main(int argc, char** argv) {
     case CommandLine::Action::integration:
         return varnet::Diagnostics::integration();
     case CommandLine::Action::renderBattery:
+    case CommandLine::Action::renderCollection:
+    case CommandLine::Action::renderPreviews:
+    case CommandLine::Action::renderReports:
     case CommandLine::Action::renderStorage:
-    case CommandLine::Action::renderPreviews: {
-        // Pictures need no display, and must not depend on one that is there.
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-        const QGuiApplication application(argc, argv);
-        const QString language = QString::fromStdString(line.language);
-        if (line.action == CommandLine::Action::renderStorage)
-            return varnet::Previews::renderStorage(line.folder, language);
-        const bool battery = line.action == CommandLine::Action::renderBattery;
-        return varnet::Previews::render(line.folder, language,
-                                        battery ? "battery" : QString::fromStdString(line.only));
-    }
+        return render(line, argc, argv);
     case CommandLine::Action::start:
         if (!hasDisplay()) return varnet::Diagnostics::liveReading();
         return varnet::ApplicationDelegate::run(argc, argv, line.showWindow, line.login);

@@ -197,6 +197,7 @@ void VarnetStore::updateRoast() {
 
 void VarnetStore::presentRoast() {
     frozenRoast_ = roast_;
+    roastSnapshot_ = snapshot_;
     setShowRoast(true);
 }
 

@@ -175,6 +175,8 @@ public:
     bool showRoast() const noexcept { return showRoast_; }
     void setShowRoast(bool shown);
     const std::optional<Roast>& frozenRoast() const noexcept { return frozenRoast_; }
+    /// What was published when the roast was frozen; null: no roast is.
+    const std::shared_ptr<const MonitorSnapshot>& roastSnapshot() const noexcept { return roastSnapshot_; }
 
     // Settings.
     bool hasOnboarded() const { return settings_.hasOnboarded(); }
@@ -286,6 +288,7 @@ private:
     RoastEngine::Choices savedChoices_; ///< as the archive holds them
     Roast roast_ = Roast::start();
     std::optional<Roast> frozenRoast_;
+    std::shared_ptr<const MonitorSnapshot> roastSnapshot_;
     bool showRoast_ = false;
     Page page_ = Page::overview;
     std::optional<std::string> selectedGroup_;

@@ -2,12 +2,16 @@
 
 #include "VarnetApp/AppStore/MainQueue.h"
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/Application/CollectionWatch.h"
 #include "VarnetApp/Application/LaunchPresentation.h"
 #include "VarnetApp/Application/MenuBarLabel.h"
 #include "VarnetApp/Application/UnixSignals.h"
 #include "VarnetApp/Application/Windows.h"
 #include "VarnetApp/Components/Mascot/MascotPainter.h"
 #include "VarnetApp/Components/Theme.h"
+#include "VarnetApp/Engine/AppData.h"
+#include "VarnetApp/FlameCollectionStore/CollectionFile.h"
+#include "VarnetApp/FlameCollectionStore/FlameCollectionStore.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Platform/Appearance.h"
 #include "VarnetApp/Platform/ApplicationCatalog.h"
@@ -99,6 +103,7 @@ private:
 
     void willTerminate() {
         wholeDisk_.discard();
+        collection_.save(FlameCollectionStore::Saving::now);
         defaults_.sync();
     }
 
@@ -164,6 +169,11 @@ private:
     std::unique_ptr<platform::TrayItem> trayItem_ = platform::makeTrayItem();
 
     MainQueue mainQueue_;
+    ThreadQueue collectionWriter_;
+    FlameCollectionStore collection_{{.clock = clock_,
+                                      .mainQueue = mainQueue_,
+                                      .writer = collectionWriter_,
+                                      .file = AppData::root() / CollectionFile::name}};
     VarnetStore store_{
         {.probes = probes_,
          .clock = clock_,
@@ -178,15 +188,17 @@ private:
          .defaults = &defaults_,
          .storage = {},
          .preview = nullptr,
-         .collaborators = {
-             .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
-             .thermalState = [this] { return thermalState(); },
-             .visibleUI = [this] { return windows_.anyVisible(); },
-             .batteryWarning = [this]() -> std::optional<std::string> {
-                 const auto& battery = store_.latestSnapshot().battery;
-                 return battery ? battery->warning : std::nullopt;
-             },
-         }}};
+         .collaborators = withCollection(
+             collection_,
+             {
+                 .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
+                 .thermalState = [this] { return thermalState(); },
+                 .visibleUI = [this] { return windows_.anyVisible(); },
+                 .batteryWarning = [this]() -> std::optional<std::string> {
+                     const auto& battery = store_.latestSnapshot().battery;
+                     return battery ? battery->warning : std::nullopt;
+                 },
+             })}};
     // Each with a thread behind it once it is used. They end after the stores that post to them.
     BackgroundQueue storageJobs_;
     BackgroundQueue diskScans_;
@@ -206,7 +218,11 @@ private:
                                .home = QDir::homePath().toStdString(),
                                .defaults = &defaults_,
                                .files = fileOpening_.get(),
-                               .trash = trash_.get()},
+                               .trash = trash_.get(),
+                               .didClean =
+                                   [this](std::size_t folders, std::uint64_t bytes) {
+                                       collection_.cleaned(static_cast<std::int64_t>(folders), bytes);
+                                   }},
                               wholeDisk_};
     DockFlame flame_{store_.settings()};
     ViewContext context_{
@@ -216,6 +232,7 @@ private:
         &flame_,
         {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }},
         fileOpening_.get(),
+        &collection_,
         &storage_};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;

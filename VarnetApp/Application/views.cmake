@@ -3,6 +3,7 @@ list(
     APPEND
     views_cpp
     Application/ApplicationDelegate.cpp
+    Application/CollectionWatch.cpp
     Application/DockFlame.cpp
     Application/MenuBarLabel.cpp
     Application/TrayFace.cpp

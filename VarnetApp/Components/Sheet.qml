@@ -13,6 +13,8 @@ T.Popup {
     // What holds the focus when the sheet opens.
     property Item initialFocus: null
     property int sheetWidth: 480
+    // Names the cross that closes the sheet; without words there is none.
+    property string closeLabel: ""
 
     readonly property int roomAround: 24
     readonly property int bottomGap: footArea.visible ? 16 : 24
@@ -45,8 +47,18 @@ T.Popup {
         TitleText {
             x: 24
             y: 24
-            width: parent.width - 48
+            width: parent.width - 48 - (cross.visible ? 32 : 0)
             text: sheet.title
+        }
+        IconButton {
+            id: cross
+            x: parent.width - 24 - 24
+            y: 22
+            visible: sheet.closeLabel.length > 0
+            iconName: "close"
+            label: sheet.closeLabel
+            help: ""
+            onClicked: sheet.close()
         }
         // What the keyboard reaches comes into view.
         ScrollPage {

@@ -1,7 +1,8 @@
 #include "VarnetApp/Components/Theme.h"
 
+#include "VarnetApp/Components/Typeface.h"
+
 #include <QCoreApplication>
-#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QJSEngine>
 #include <QPointer>
@@ -13,21 +14,6 @@
 namespace varnet {
 
 namespace {
-
-QString sansFamily() {
-    const QString inter = QStringLiteral("Inter");
-    if (QFontDatabase::hasFamily(inter)) return inter;
-    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
-}
-
-QFont fontOf(const QString& family, int pixels, QFont::Weight weight, double spacing = 0) {
-    QFont font(family);
-    font.setPixelSize(pixels);
-    font.setWeight(weight);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    if (spacing != 0) font.setLetterSpacing(QFont::AbsoluteSpacing, spacing);
-    return font;
-}
 
 // Capitals stand in the middle of the line, and the baseline a hair below a whole pixel: it then lands on
 // that pixel at every scale, wherever the glyphs' own rounding would have put it.
@@ -64,14 +50,13 @@ Theme* Theme::create(QQmlEngine* /*engine*/, QJSEngine* /*scriptEngine*/) {
 }
 
 Theme::Theme(QObject* parent) : QObject(parent) {
-    const QString family = sansFamily();
-    display_ = fontOf(family, 28, QFont::DemiBold, -0.5);
-    title_ = fontOf(family, 17, QFont::DemiBold);
-    body_ = fontOf(family, 13, QFont::Normal);
-    bodyMedium_ = fontOf(family, 13, QFont::Medium);
-    strong_ = fontOf(family, 13, QFont::DemiBold);
-    caption_ = fontOf(family, 11, QFont::Medium);
-    captionStrong_ = fontOf(family, 11, QFont::DemiBold);
+    display_ = typeface(28, QFont::DemiBold, -0.5);
+    title_ = typeface(17, QFont::DemiBold);
+    body_ = typeface(13, QFont::Normal);
+    bodyMedium_ = typeface(13, QFont::Medium);
+    strong_ = typeface(13, QFont::DemiBold);
+    caption_ = typeface(11, QFont::Medium);
+    captionStrong_ = typeface(11, QFont::DemiBold);
     displayNudge_ = nudgeOf(display_, displayLine());
     titleNudge_ = nudgeOf(title_, titleLine());
     bodyNudge_ = nudgeOf(body_, bodyLine());

@@ -14,6 +14,7 @@ class AppLocalization;
 class Clock;
 class DiskStorageStore;
 class DockFlame;
+class FlameCollectionStore;
 class VarnetStore;
 
 namespace platform {
@@ -39,8 +40,9 @@ struct ViewContext {
     const Clock& clock;
     DockFlame* dockFlame = nullptr; ///< null: no flame to set up
     ViewActions actions = {};
-    platform::FileOpening* files = nullptr; ///< null: nobody opens addresses and shows files
-    DiskStorageStore* storage = nullptr;    ///< null: no page measures disks
+    platform::FileOpening* files = nullptr;     ///< null: nobody opens addresses and shows files
+    FlameCollectionStore* collection = nullptr; ///< null: no badges are kept
+    DiskStorageStore* storage = nullptr;        ///< null: no page measures disks
 
     /// Makes the context known to an engine before it loads anything.
     void give(QQmlEngine& engine);

@@ -13,7 +13,6 @@ list(
     Components/MarkItem.cpp
     Components/Mascot/GlowItem.cpp
     Components/Mascot/MascotItem.cpp
-    Components/Palette.cpp
     Components/RoundBoxItem.cpp
     Components/Singletons.cpp
     Components/SpinnerItem.cpp

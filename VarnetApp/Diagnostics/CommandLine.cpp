@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -15,23 +16,25 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 
 Shows what keeps this machine busy, and which of it may go.
 
-  --battery-diagnose     measure the battery and print it as one JSON object
-  --render-battery DIR   write pictures of the battery page in its states, without a display
-  --render-storage DIR   write pictures of the storage page in its states, without a display
+  --battery-diagnose       measure the battery and print it as one JSON object
+  --render-battery DIR     write pictures of the battery page in its states
+  --render-storage DIR     write pictures of the storage page in its states
+  --render-collection DIR  write pictures of the badges and of a week to share
   --storage-diagnose [FOLDER...]
-                         find the projects in the usual places and in these folders,
-                         print what they occupy as one JSON object
-  --disk-diagnose [DIR]  measure the whole disk, or a folder, and print what is on it
-  --diagnose             measure once and print everything as one JSON object
-  --benchmark [SECONDS]  measure as with an open window, print what that costs (30 seconds)
-  --integration-test     find and stop a server of its own, print how that went as JSON
-  --render-previews DIR  write a picture of every screen, without a display
-  --preview-language L   beside a renderer: "en" or "cs"
-  --preview-only NAME    beside it: only pictures whose names begin so
-  --show-window          open the main window with the start
-  --login                start quietly, as the desktop does with the session
-  --help                 this text
-  --version              the version
+                           find the projects in the usual places and in these folders,
+                           print what they occupy as one JSON object
+  --disk-diagnose [DIR]    measure the whole disk, or a folder, and print what is on it
+  --diagnose               measure once and print everything as one JSON object
+  --benchmark [SECONDS]    measure as with an open window, print what that costs (30 seconds)
+  --integration-test       find and stop a server of its own, print how that went as JSON
+  --render-previews DIR    write a picture of every screen
+  --render-reports DIR     write the pictures that are shared
+  --preview-language L     beside a renderer: "en" or "cs"
+  --preview-only NAME      beside it: only pictures whose names begin so
+  --show-window            open the main window with the start
+  --login                  start quietly, as the desktop does with the session
+  --help                   this text
+  --version                the version
 
 Without a switch the program starts. Diagnostic runs keep their state under
 "artifacts" in the current folder and never touch your own.
@@ -58,12 +61,14 @@ constexpr std::array switches{
     Switch{"--render-storage", Takes::folder, Action::renderStorage},
     Switch{"--battery-diagnose", Takes::nothing, Action::batteryDiagnose},
     Switch{"--render-battery", Takes::folder, Action::renderBattery},
+    Switch{"--render-collection", Takes::folder, Action::renderCollection},
     Switch{"--storage-diagnose", Takes::folders, Action::storageDiagnose},
     Switch{"--disk-diagnose", Takes::folders, Action::diskDiagnose},
     Switch{"--diagnose", Takes::nothing, Action::diagnose},
     Switch{"--benchmark", Takes::seconds, Action::benchmark},
     Switch{"--integration-test", Takes::nothing, Action::integration},
     Switch{"--render-previews", Takes::folder, Action::renderPreviews},
+    Switch{"--render-reports", Takes::folder, Action::renderReports},
     Switch{"--preview-language", Takes::language},
     Switch{"--preview-only", Takes::name},
     Switch{"--show-window"},
@@ -94,6 +99,7 @@ const char* CommandLine::help() noexcept {
 CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
     std::vector<std::string_view> given;
     CommandLine line;
+    std::map<std::string_view, std::string> folders;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string_view argument = arguments[i];
         const auto known = std::ranges::find(switches, argument, &Switch::name);
@@ -115,7 +121,7 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         }
         const std::string_view value = arguments[++i];
         if (known->takes == Takes::folder) {
-            line.folder = value;
+            folders[argument] = value;
         } else if (known->takes == Takes::language) {
             line.language = value;
         } else if (known->takes == Takes::name) {
@@ -132,6 +138,7 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
     for (const Switch& known : switches) {
         if (known.action == Action::start || !has(known.name)) continue;
         line.action = known.action;
+        if (known.takes == Takes::folder) line.folder = folders[known.name];
         break;
     }
     return line;

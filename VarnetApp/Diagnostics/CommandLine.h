@@ -20,7 +20,9 @@ struct CommandLine {
         diagnose,
         benchmark,
         integration,
+        renderCollection,
         renderPreviews,
+        renderReports,
         help,
         version,
         refuse

@@ -11,7 +11,7 @@ bool isFigure(std::optional<double> value) noexcept {
     return value && std::isfinite(*value);
 }
 
-constexpr std::array<const char*, 5> memoryUnits{"KB", "MB", "GB", "TB", "PB"};
+constexpr std::array<const char*, 5> byteUnits{"KB", "MB", "GB", "TB", "PB"};
 
 constexpr std::array<const char*, 6> diskUnits{"KB", "MB", "GB", "TB", "PB", "EB"};
 
@@ -32,19 +32,30 @@ QString Figures::percent(std::optional<double> percent) const {
     return withPercentSign(locale_.toString(*percent, 'f', 1));
 }
 
-QString Figures::memory(std::optional<std::uint64_t> bytes) const {
-    if (!bytes) return unknown();
-    double value = static_cast<double>(*bytes) / 1024;
+QString Figures::share(std::optional<double> percent) const {
+    return isFigure(percent) && *percent < 10 ? this->percent(percent) : wholePercent(percent);
+}
+
+QString Figures::bytes(double bytes, double step) const {
+    double value = bytes / step;
     std::size_t unit = 0;
-    // A figure that would round up to 1,024 is one of the next unit.
-    while (unit + 1 < memoryUnits.size() && value >= (unit == 0 ? 1023.5 : 1023.95)) {
-        value /= 1024;
+    // A figure that would round up to a whole step is one of the next unit.
+    while (unit + 1 < byteUnits.size() && value >= step - (unit == 0 ? 0.5 : 0.05)) {
+        value /= step;
         ++unit;
     }
     const double tenths = std::nearbyint(value * 10) / 10;
     const bool whole = unit == 0 || tenths == std::floor(tenths);
     return locale_.toString(unit == 0 ? std::ceil(value) : tenths, 'f', whole ? 0 : 1) + " " +
-           memoryUnits[unit];
+           byteUnits[unit];
+}
+
+QString Figures::memory(std::optional<std::uint64_t> bytes) const {
+    return bytes ? this->bytes(static_cast<double>(*bytes), 1024) : unknown();
+}
+
+QString Figures::fileSize(std::optional<std::uint64_t> bytes) const {
+    return bytes ? this->bytes(static_cast<double>(*bytes), 1000) : unknown();
 }
 
 QString Figures::diskSize(std::uint64_t bytes) const {

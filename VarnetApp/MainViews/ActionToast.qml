@@ -8,6 +8,5 @@ Toast {
     shown: Store.actionMessage.length > 0
     iconName: Store.actionSucceeded ? "check" : "info"
     tone: Store.actionSucceeded ? Theme.good : Theme.info
-    z: 1
     onDismissed: Store.actionMessage = ""
 }

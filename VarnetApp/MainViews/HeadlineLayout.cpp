@@ -1,7 +1,7 @@
 #include "VarnetApp/MainViews/HeadlineLayout.h"
 
+#include "VarnetApp/Components/HeadlineBreak.h"
 #include "VarnetApp/Components/Theme.h"
-#include "VarnetApp/MainViews/HeadlineBreak.h"
 
 #include <QFontMetricsF>
 

@@ -38,11 +38,25 @@ FocusScope {
             bottom: parent.bottom
         }
 
-        ActionToast {
+        Column {
+            id: toasts
+
+            readonly property int widest: Math.min(560, parent.width - 48)
+
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 24
-            widest: Math.min(560, parent.width - 48)
+            spacing: 8
+            z: 1
+
+            BadgeToast {
+                anchors.horizontalCenter: parent.horizontalCenter
+                widest: toasts.widest
+            }
+            ActionToast {
+                anchors.horizontalCenter: parent.horizontalCenter
+                widest: toasts.widest
+            }
         }
     }
 
@@ -53,7 +67,7 @@ FocusScope {
         sourceComponent: OnboardingView {}
     }
 
-    RoastSheet { model: RoastSheetModel {} }
+    RoastSheet { report: RoastSheetModel {} }
     ActionSheets {}
 
     WindowKeys { pages: sidebar.pages }

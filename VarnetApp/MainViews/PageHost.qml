@@ -25,8 +25,10 @@ FocusScope {
             case "apps":
             case "projects":
                 return groups;
+            case "hall":
+                return hall;
             default:
-                return later;
+                return null;
             }
         }
     }
@@ -67,17 +69,10 @@ FocusScope {
         }
     }
     Component {
-        id: later
+        id: hall
 
-        // The Hall of Flame is not built yet, and says so.
-        Item {
-            EmptyState {
-                anchors.centerIn: parent
-                width: Math.min(480, parent.width - 48)
-                iconName: "hourglass"
-                title: Words.text("Not here yet.")
-                note: Words.text("This page arrives with a later version.")
-            }
+        HallOfFlameView {
+            narrow: root.narrow
         }
     }
 }

@@ -1,6 +1,7 @@
 #include "VarnetApp/MainViews/SidebarModel.h"
 
 #include "VarnetApp/AppStore/VarnetStore.h"
+#include "VarnetApp/FlameCollectionStore/FlameCollectionStore.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Localization/Figures.h"
 
@@ -47,6 +48,8 @@ QVariant SidebarEntry::value(int role) const {
 void SidebarModel::begin() {
     connect(&store(), &VarnetStore::snapshotChanged, this, &SidebarModel::refresh);
     connect(&store(), &VarnetStore::pageChanged, this, &SidebarModel::refresh);
+    if (const FlameCollectionStore* const collection = context().collection)
+        connect(collection, &FlameCollectionStore::badgesChanged, this, &SidebarModel::refresh);
     connect(&context().localization, &AppLocalization::languageChanged, this, &SidebarModel::refresh);
     refresh();
 }

@@ -6,14 +6,12 @@ list(
     MainViews/ActivityRow.cpp
     MainViews/CPUShares.cpp
     MainViews/GroupListModel.cpp
-    MainViews/HeadlineBreak.cpp
     MainViews/HeadlineLayout.cpp
     MainViews/BlockNotice.h
     MainViews/ListTexts.cpp
     MainViews/OverviewModel.cpp
     MainViews/OverviewRows.cpp
     MainViews/OverviewTexts.cpp
-    MainViews/RoastSheetModel.cpp
     MainViews/RowTile.cpp
     MainViews/ServerListModel.cpp
     MainViews/SidebarModel.cpp
@@ -40,6 +38,5 @@ list(
     MainViews/OverviewTimeline.qml
     MainViews/OverviewView.qml
     MainViews/PageHost.qml
-    MainViews/RoastSheet.qml
     MainViews/ServersView.qml
     MainViews/WindowKeys.qml)

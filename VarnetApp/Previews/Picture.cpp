@@ -3,7 +3,9 @@
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Application/DockFlame.h"
 #include "VarnetApp/Components/Theme.h"
+#include "VarnetApp/FlameCollectionStore/FlameCollectionStore.h"
 #include "VarnetApp/Localization/AppLocalization.h"
+#include "VarnetApp/Previews/PreparedCollection.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 #include "VarnetApp/StorageStore/DiskStorageStore.h"
 #include "probes/SystemProbes.h"
@@ -38,15 +40,22 @@ public:
 /// What stands behind a view in a picture.
 struct Stage {
     Stage(const Picture& picture, const QString& language)
-        : localization(nullptr, language), store({.probes = probes,
-                                                  .clock = clock,
-                                                  .engineQueue = queue,
-                                                  .mainQueue = queue,
-                                                  .localization = localization,
-                                                  .storage = {},
-                                                  .user = PreparedMachine::user,
-                                                  .preview = picture.data(),
-                                                  .collaborators = {}}),
+        : localization(nullptr, language),
+          collection({.clock = clock,
+                      .mainQueue = queue,
+                      .writer = queue,
+                      .file = picture.collectionFile,
+                      .prepared = picture.collection ? picture.collection() : PreparedCollection::started()}),
+          store(
+              {.probes = probes,
+               .clock = clock,
+               .engineQueue = queue,
+               .mainQueue = queue,
+               .localization = localization,
+               .storage = {},
+               .user = PreparedMachine::user,
+               .preview = picture.data(),
+               .collaborators = {.unlockedBadges = [this] { return collection.archive().unlocked.size(); }}}),
           wholeDisk({.probes = probes,
                      .clock = clock,
                      .mainQueue = queue,
@@ -61,12 +70,13 @@ struct Stage {
                    .preview = true},
                   wholeDisk),
           flame(store.settings()),
-          context{store, localization, clock, &flame, picture.actions, nullptr, &storage} {}
+          context{store, localization, clock, &flame, picture.actions, nullptr, &collection, &storage} {}
 
     SystemProbes probes;
     StillClock clock;
     IdleQueue queue;
     AppLocalization localization;
+    FlameCollectionStore collection;
     VarnetStore store;
     WholeDiskStore wholeDisk;
     DiskStorageStore storage;
@@ -91,6 +101,7 @@ QImage paint(const Picture& picture, Look look, double scale, const QString& lan
     stage.store.setPreviewOnboarded(picture.onboarded);
     if (picture.prepare) picture.prepare(stage.store);
     if (picture.storage) picture.storage(stage.storage);
+    if (picture.deed) picture.deed(stage.collection);
 
     QQuickRenderControl control;
     QQuickWindow window(&control);
@@ -125,6 +136,9 @@ QImage paint(const Picture& picture, Look look, double scale, const QString& lan
         return {};
     }
     root->forceActiveFocus();
+    settle();
+    // Whoever scrolls must find everything in its place.
+    control.polishItems();
     settle();
     if (picture.touch) picture.touch(*root);
     settle();

@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QString>
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 
@@ -13,6 +14,8 @@ class QQuickItem;
 
 namespace varnet {
 
+class FlameCollectionStore;
+struct FlameArchive;
 struct MonitorSnapshot;
 class DiskStorageStore;
 class VarnetStore;
@@ -29,6 +32,12 @@ struct Picture {
     std::function<void(QQuickItem&)> touch = {};
     bool onboarded = true;
     ViewActions actions = {};
+    /// The collection of badges; empty: one of some weeks.
+    std::function<FlameArchive()> collection = {};
+    /// What is read of it on a machine that is not prepared; nothing is ever written.
+    std::filesystem::path collectionFile = {};
+    /// What has just happened to it.
+    std::function<void(FlameCollectionStore&)> deed = {};
     /// Sets up what the storage page shows; empty: nothing was ever scanned.
     std::function<void(DiskStorageStore&)> storage = {};
 };

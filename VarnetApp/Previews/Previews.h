@@ -16,4 +16,11 @@ int render(const std::filesystem::path& folder, const QString& language, const Q
 /// beside the system's temporary files and measured.
 int renderStorage(const std::filesystem::path& folder, const QString& language);
 
+/// Writes the collection's pictures into a folder: the page in the smallest window, the earned badges, and
+/// the card that a week is shared as. @return the program's exit status
+int renderCollection(const std::filesystem::path& folder, const QString& language);
+
+/// Writes the pictures that are shared, and the sheet that shares a report. @return the program's exit status
+int renderReports(const std::filesystem::path& folder, const QString& language);
+
 } // namespace varnet::Previews

@@ -2,6 +2,7 @@
 
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Previews/BatteryScreens.h"
+#include "VarnetApp/Previews/HallScreens.h"
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 #include "VarnetApp/Previews/StorageScreens.h"
@@ -167,7 +168,7 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (auto room : {listScreens, batteryScreens, storageScreens, wholeDiskScreens})
+    for (auto* const room : {listScreens, batteryScreens, hallScreens, storageScreens, wholeDiskScreens})
         for (Picture& picture : room())
             pictures.push_back(std::move(picture));
     return pictures;

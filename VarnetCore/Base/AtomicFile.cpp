@@ -82,4 +82,15 @@ std::optional<std::string> write(const std::filesystem::path& file, std::string_
     return std::nullopt;
 }
 
+std::optional<std::string> copy(const std::filesystem::path& from, const std::filesystem::path& to) {
+    constexpr auto ownerOnly = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    std::error_code error;
+    std::filesystem::copy_file(from, to, error);
+    if (!error) std::filesystem::permissions(to, ownerOnly, error);
+    if (!error) return std::nullopt;
+    std::error_code ignored;
+    std::filesystem::remove(to, ignored); // half a copy is none
+    return error.message();
+}
+
 } // namespace varnet::AtomicFile

@@ -18,4 +18,9 @@ std::optional<std::string> makePrivateFolder(const std::filesystem::path& folder
 /// @return empty on success, else the system's words for what went wrong
 std::optional<std::string> write(const std::filesystem::path& file, std::string_view bytes);
 
+/// Copies a file for its user alone (0600). On failure no copy is left behind.
+/// @param to a name that is free
+/// @return empty on success, else the system's words for what went wrong
+std::optional<std::string> copy(const std::filesystem::path& from, const std::filesystem::path& to);
+
 } // namespace varnet::AtomicFile

@@ -11,6 +11,7 @@
 #include <limits>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -65,6 +66,18 @@ bool read(const Json& json, std::vector<Element>& value) {
     value.reserve(json.size());
     for (const Json& element : json)
         if (!read(element, value.emplace_back())) return false;
+    return true;
+}
+
+/// An array in any order; an element that comes twice counts once.
+template <typename Element>
+bool read(const Json& json, std::set<Element>& value) {
+    if (!json.is_array()) return false;
+    for (const Json& element : json) {
+        Element one{};
+        if (!read(element, one)) return false;
+        value.insert(std::move(one));
+    }
     return true;
 }
 

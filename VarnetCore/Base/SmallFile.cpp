@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace varnet {
@@ -41,6 +42,11 @@ std::optional<std::string> readUpTo(int descriptor, std::size_t expected, std::s
 }
 
 } // namespace
+
+bool mayExist(const std::filesystem::path& file) noexcept {
+    std::error_code error;
+    return std::filesystem::status(file, error).type() != std::filesystem::file_type::not_found;
+}
 
 std::optional<std::string> readSmallFile(const std::string& path, std::size_t limit) {
     if (path.find('\0') != std::string::npos) return std::nullopt;

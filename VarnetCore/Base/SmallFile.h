@@ -1,10 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 
 namespace varnet {
+
+/// Whether there is something of this name, or it cannot be ruled out.
+bool mayExist(const std::filesystem::path& file) noexcept;
 
 /// Reads a whole regular file, the kernel's own among them, following symbolic links. Never waits: a pipe or
 /// device in its place is refused before it is opened.

@@ -6,7 +6,6 @@
 #include "VarnetCore/Battery/BatteryArchive.h"
 
 #include <cstddef>
-#include <system_error>
 #include <utility>
 
 namespace varnet {
@@ -15,12 +14,6 @@ namespace {
 
 /// Several times what the fullest history takes.
 constexpr std::size_t fileLimit = std::size_t{32} << 20U;
-
-/// Whether there is something of this name, or it cannot be ruled out.
-bool mayExist(const std::filesystem::path& file) {
-    std::error_code error;
-    return std::filesystem::status(file, error).type() != std::filesystem::file_type::not_found;
-}
 
 } // namespace
 
@@ -54,18 +47,7 @@ void BatteryMonitoring::save() {
 std::optional<std::string> BatteryMonitoring::restore(BatteryArchive archive, Date now) {
     if (mayExist(url)) {
         const auto copy = url.parent_path() / ("battery-before-restore-" + Uuid::random().text() + ".json");
-        std::error_code error;
-        std::filesystem::copy_file(url, copy, error);
-        if (!error) {
-            constexpr auto ownerOnly =
-                std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
-            std::filesystem::permissions(copy, ownerOnly, error);
-        }
-        if (error) {
-            std::error_code ignored;
-            std::filesystem::remove(copy, ignored); // half a copy is none
-            return error.message();
-        }
+        if (auto failure = AtomicFile::copy(url, copy)) return failure;
     }
     archive.prune(now);
     tracker = BatteryTracker(std::move(archive));

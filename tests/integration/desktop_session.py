@@ -3,9 +3,12 @@
 
 Usage: desktop_session.py PROGRAM"""
 
+import json
 import os
+import pathlib
 import re
 import sys
+import time
 import unittest
 
 from session import Session, ended, enter, terminate, wait, xdotool
@@ -75,6 +78,23 @@ class DesktopSession(unittest.TestCase):
             program = self.launch("--login", "--show-window")
             session.window(MAIN)
             self.assertEqual(terminate(program), 0)
+
+    def test_the_collection_is_saved_when_the_program_is_ended(self):
+        session = self.session
+        file = pathlib.Path(os.environ["XDG_DATA_HOME"], "Varnet", "flame-collection.json")
+        program = self.launch("--login")
+
+        def figures():
+            return json.loads(file.read_text()) if file.exists() else None
+
+        # The first pass is saved at once, the next ones a minute later or with the end.
+        wait(figures, "the collection's file")
+        wait(lambda: "%" in session.item("Title"), "a reading")
+        time.sleep(4)
+        self.assertEqual(figures()["metrics"].get("seconds", 0), 0)
+        self.assertEqual(terminate(program), 0)
+        self.assertGreater(figures()["metrics"]["seconds"], 0)
+        self.assertEqual(file.stat().st_mode & 0o777, 0o600)
 
     def test_sleep_spans_no_reading(self):
         session = self.session

@@ -77,5 +77,35 @@ TEST(CommandLineTest, storageDiagnoseTakesAllFoldersBehindIt) {
     EXPECT_EQ(line.folders, (std::vector<std::string>{"a", "b c"}));
 }
 
+TEST(CommandLineTest, eachRendererKeepsItsOwnFolder) {
+    struct Row {
+        const char* name;
+        std::vector<std::string_view> arguments;
+        Action action;
+        std::string_view folder;
+    };
+    for (const Row& row :
+         std::vector<Row>{{"collection", {"--render-collection", "a"}, Action::renderCollection, "a"},
+                          {"reports", {"--render-reports", "a"}, Action::renderReports, "a"},
+                          {"order of testing",
+                           {"--render-reports", "r", "--render-collection", "c"},
+                           Action::renderCollection,
+                           "c"},
+                          {"previews before reports",
+                           {"--render-reports", "r", "--render-previews", "p"},
+                           Action::renderPreviews,
+                           "p"},
+                          {"without a folder it is absent",
+                           {"--render-collection", "--render-reports", "r"},
+                           Action::renderReports,
+                           "r"},
+                          {"last of all", {"--render-reports"}, Action::start, ""}}) {
+        SCOPED_TRACE(row.name);
+        const CommandLine line = CommandLine::parse(row.arguments);
+        EXPECT_EQ(line.action, row.action);
+        EXPECT_EQ(line.folder, row.folder);
+    }
+}
+
 } // namespace
 } // namespace varnet

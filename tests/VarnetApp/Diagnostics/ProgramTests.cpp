@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <string>
 
 namespace varnet {
@@ -72,6 +73,23 @@ TEST_F(ProgramTest, diagnosePrintsTheWholePicture) {
         EXPECT_FALSE(group["processes"].empty());
     }
     EXPECT_TRUE(std::filesystem::exists(folder_.path() / "artifacts/diagnostic-state/history.json"));
+    EXPECT_FALSE(std::filesystem::exists(folder_.path() / "data")) << "the user's own files stay untouched";
+}
+
+TEST_F(ProgramTest, renderersWriteTheirPicturesAndNothingElse) {
+    const std::map<std::string, std::set<std::string>> renderers{
+        {"--render-collection", {"collection-minimum.png", "earned-badges.png", "weekly-roast.png"}},
+        {"--render-reports", {"my-mac-report.png", "My-week-lightly-roasted.png", "report-sheet.png"}}};
+    for (const auto& [renderer, names] : renderers) {
+        SCOPED_TRACE(renderer);
+        const Outcome outcome = run(renderer + " pictures" + renderer);
+        ASSERT_EQ(outcome.status, 0) << outcome.output;
+        std::set<std::string> written;
+        for (const auto& entry :
+             std::filesystem::directory_iterator(folder_.path() / ("pictures" + renderer)))
+            written.insert(entry.path().filename());
+        EXPECT_EQ(written, names);
+    }
     EXPECT_FALSE(std::filesystem::exists(folder_.path() / "data")) << "the user's own files stay untouched";
 }
 

@@ -1,4 +1,4 @@
-#include "VarnetApp/MainViews/HeadlineBreak.h"
+#include "VarnetApp/Components/HeadlineBreak.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +37,22 @@ TEST(HeadlineBreak, givesThePunchlineItsOwnLine) {
     for (const Row& row : rows) {
         const auto letters = [](const QString& piece) { return static_cast<double>(piece.size()); };
         EXPECT_EQ(brokenHeadline(row.words, row.width, letters), row.expected) << row.name;
+    }
+}
+
+TEST(HeadlineBreak, takesAThirdLineOnlyWhenTwoAreNotEnough) {
+    struct Row {
+        const char* name;
+        QString words;
+        QString expected;
+    };
+    for (const Row& row :
+         {Row{"two will do", "one two three four", "one two\nthree four"},
+          Row{"most even", "one two three four five six seven", "one two three\nfour five\nsix seven"},
+          Row{"sentences first", "It ran. It won it all. Never left.",
+              "It ran.\nIt won it all.\nNever left."}}) {
+        const auto letters = [](const QString& piece) { return static_cast<double>(piece.size()); };
+        EXPECT_EQ(brokenHeadline(row.words, 14, letters, 3), row.expected) << row.name;
     }
 }
 

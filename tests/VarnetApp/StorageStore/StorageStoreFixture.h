@@ -41,9 +41,8 @@ private:
 };
 
 /// The store over a real home with real repositories; its threads are turned by hand.
-class StorageStoreFixture : public testing::Test {
-protected:
-    StorageStoreFixture() { make(); }
+struct StorageMachine {
+    StorageMachine() { make(); }
 
     void make(bool preview = false) {
         store.reset();
@@ -56,7 +55,7 @@ protected:
                 .home = home.home(),
                 .defaults = &defaults,
                 .files = &files,
-                .trash = &trash,
+                .trash = bin,
                 .preview = preview,
                 .git = StorageGit(home.home()),
                 .didClean = [this](std::size_t folders,
@@ -94,6 +93,7 @@ protected:
     QSettings defaults{QString::fromStdString(home.path("settings.ini")), QSettings::IniFormat};
     FakeFileOpening files;
     BesideTrash trash{home.path("trash")};
+    Trash* bin = &trash; ///< what the store is made with
     WholeDiskStore wholeDisk{{.probes = probes,
                               .clock = clock,
                               .mainQueue = main,
@@ -103,5 +103,7 @@ protected:
     std::vector<std::pair<std::size_t, std::uint64_t>> credited;
     std::unique_ptr<DiskStorageStore> store;
 };
+
+class StorageStoreFixture : public testing::Test, protected StorageMachine {};
 
 } // namespace varnet

@@ -1,0 +1,31 @@
+# Badges, weeks and bests, and the sheets in which they are shared.
+list(
+    APPEND
+    views_cpp
+    HallOfFlame/BadgeAnnouncement.cpp
+    HallOfFlame/BadgeLook.cpp
+    HallOfFlame/CardItem.cpp
+    HallOfFlame/CardSheetModel.cpp
+    HallOfFlame/HallModel.cpp
+    HallOfFlame/HallRows.cpp
+    HallOfFlame/MedalItem.cpp
+    HallOfFlame/RoastSheetModel.cpp
+    HallOfFlame/WeeklyRoastSheetModel.cpp)
+list(
+    APPEND
+    views_qml
+    HallOfFlame/BadgeCard.qml
+    HallOfFlame/BadgeFinePrint.qml
+    HallOfFlame/BadgeGrid.qml
+    HallOfFlame/BadgeToast.qml
+    HallOfFlame/BestCard.qml
+    HallOfFlame/CardSheet.qml
+    HallOfFlame/HallBadges.qml
+    HallOfFlame/HallBests.qml
+    HallOfFlame/HallHead.qml
+    HallOfFlame/HallOfFlameView.qml
+    HallOfFlame/HallWeek.qml
+    HallOfFlame/RoastSheet.qml
+    HallOfFlame/SaveDialog.qml
+    HallOfFlame/WeekCard.qml
+    HallOfFlame/WeeklyRoastSheet.qml)
