@@ -2,6 +2,7 @@
 
 #include "VarnetCore/Localization/AppLanguage.h"
 
+#include <QHash>
 #include <QLocale>
 #include <QObject>
 #include <QString>
@@ -11,6 +12,8 @@
 class QSettings;
 
 namespace varnet {
+
+class TranslationCatalog;
 
 /// The language of the texts on screen. Views and notifications pass finished English sentences through it;
 /// nothing below them knows about languages. Main thread only.
@@ -33,14 +36,23 @@ public:
     /// What figures and dates are written in.
     const QLocale& locale() const noexcept { return locale_; }
 
-    /// The sentence in the chosen language; one that is not known stays as it is.
+    /// Pairs to translate by instead of the program's own; outlive this.
+    void setCatalog(std::shared_ptr<const TranslationCatalog> catalog);
+
+    /// The sentence in the chosen language; one that is not known stays as it is. Cheap for what was asked
+    /// for lately.
     Q_INVOKABLE QString text(const QString& english) const;
 
 signals:
     void languageChanged();
 
 private:
+    /// Sentences remembered; a fuller cache begins anew.
+    static constexpr qsizetype mostCached = 2000;
+
     QSettings* const defaults_;
+    mutable std::shared_ptr<const TranslationCatalog> catalog_; ///< null: not needed so far
+    mutable QHash<QString, QString> cache_;                     ///< of the chosen language
     AppLanguage language_ = AppLanguage::english;
     QLocale locale_;
 };
