@@ -47,6 +47,7 @@ public:
         case TileWords::nameAndSize:
             words(strongStyle(), palette_.text, 8, 5, cell_.title, frame_.width() - 16);
             figure(captionStyle(), quiet(), 8, 24, cell_.figure);
+            if (cell_.label.subtitleLines > 0) paragraph(8, 41, frame_.width() - 16);
             break;
         case TileWords::full:
             full();

@@ -18,7 +18,7 @@ T.AbstractButton {
     leftPadding: 6
     rightPadding: 6
     hoverEnabled: !current
-    focusPolicy: current ? Qt.NoFocus : Qt.StrongFocus
+    focusPolicy: current && !activeFocus ? Qt.NoFocus : Qt.StrongFocus
 
     contentItem: Item {
         Icon {

@@ -19,6 +19,7 @@ Card {
     readonly property int fullHeight: list.y + list.count * 49 + below
 
     signal lit(string key)
+    signal unlit(string key)
 
     function enter(): void { list.go(list.currentIndex) }
     function focusSearch(): void { search.forceActiveFocus(Qt.ShortcutFocusReason) }
@@ -130,7 +131,7 @@ Card {
             lit: card.litKey === model.key
             reachable: ListView.isCurrentItem
             onActiveFocusChanged: if (activeFocus) list.currentIndex = index
-            onHoveredChanged: card.lit(hovered ? model.key : "")
+            onHoveredChanged: hovered ? card.lit(model.key) : card.unlit(model.key)
             onClicked: list.open(model.key, visualFocus)
         }
     }

@@ -19,8 +19,7 @@ T.AbstractButton {
 
     implicitHeight: 49
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    activeFocusOnTab: reachable
+    focusPolicy: reachable || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     text: title
 
     background: Item {

@@ -128,6 +128,8 @@ FocusScope {
             model: disk
             litKey: map.hoveredKey
             onLit: (key) => map.hoveredKey = key
+            // The pointer may have gone to a tile, which was told first.
+            onUnlit: (key) => { if (map.hoveredKey === key) map.hoveredKey = "" }
 
             Binding {
                 target: disk

@@ -63,6 +63,14 @@ std::string composedUtf8(std::string_view bytes) {
 }
 
 std::string caseFoldedUtf8(std::string_view bytes) {
+    // Most names are plain: a search through thousands of them must not wait for tables.
+    std::string plain(bytes);
+    bool isPlain = true;
+    for (char& byte : plain) {
+        isPlain = isPlain && static_cast<unsigned char>(byte) < 0x80;
+        if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
+    }
+    if (isPlain) return plain;
     return mapped(bytes, UTF8PROC_STABLE | UTF8PROC_CASEFOLD | UTF8PROC_COMPOSE);
 }
 
