@@ -201,7 +201,11 @@ FocusScope {
             wide: projects.listOnly && width >= 600
             model: projects
             litKey: map.pointed ? projects.rowOf(map.hoveredKey) : ""
-            onLit: (key) => map.hoveredKey = projects.tileOf(key)
+            // A row that the pointer leaves for a tile is told last.
+            onLit: (key) => {
+                if (key.length > 0 || !map.pointed)
+                    map.hoveredKey = projects.tileOf(key);
+            }
         }
         StorageStart {
             x: view.padding

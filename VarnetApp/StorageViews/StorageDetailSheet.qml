@@ -9,6 +9,8 @@ Sheet {
 
     readonly property StorageDetailModel model: StorageDetailModel {}
 
+    signal reviewWanted
+
     objectName: "storageDetail"
     sheetWidth: 560
     title: model.title
@@ -157,7 +159,7 @@ Sheet {
             visible: sheet.model.hasCandidates
             kind: Button.Primary
             text: Words.text("Review folders")
-            onClicked: sheet.model.review()
+            onClicked: sheet.reviewWanted()
         }
     }
 }

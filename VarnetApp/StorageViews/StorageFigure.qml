@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Varnet
 
 // A figure and what it is called. What it means is told to the pointer and to the keyboard.
-T.Control {
+T.AbstractButton {
     id: figure
 
     required property string label

@@ -29,8 +29,7 @@ T.AbstractButton {
 
     implicitHeight: 48
     hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    activeFocusOnTab: reachable
+    focusPolicy: reachable || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     text: title
 
     background: Item {

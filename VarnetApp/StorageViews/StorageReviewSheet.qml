@@ -13,7 +13,8 @@ Sheet {
     title: model.title
     visible: model.open
     closePolicy: model.cleaning ? T.Popup.NoAutoClose : T.Popup.CloseOnEscape
-    initialFocus: model.hasCandidates ? confirmation : cancel
+    initialFocus: cancel
+    onOpened: if (model.hasCandidates) confirmation.forceActiveFocus(Qt.TabFocusReason)
     onClosed: model.close()
 
     StoragePills {

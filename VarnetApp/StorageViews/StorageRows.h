@@ -43,12 +43,12 @@ std::string projectRowKey(const std::string& path);
 
 /// How the list is shown.
 struct StorageListing {
-    QString search; ///< sought in names, without regard to case; empty: everything
+    QString search = {}; ///< sought in names, without regard to case; empty: everything
     /// Whether a family shows its folders.
     /// @param found the search has found some of its folders, not the family by its own name
-    std::function<bool(const std::string& familyID, bool found)> unfolded;
+    std::function<bool(const std::string& familyID, bool found)> unfolded = {};
     bool scanning = false;
-    QLocale locale;
+    QLocale locale = {};
 
     /// @param families in the order of the list
     std::vector<StorageRow> rows(std::span<const StorageFamily> families) const;

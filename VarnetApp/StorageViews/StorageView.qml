@@ -51,6 +51,15 @@ FocusScope {
         WholeDiskView { padding: view.padding }
     }
 
-    StorageDetailSheet {}
-    StorageReviewSheet {}
+    StorageDetailSheet {
+        // The review takes its place, and gives the keyboard back to where this one would have.
+        onReviewWanted: {
+            const back = returnTo;
+            returnTo = null;
+            model.review();
+            review.returnTo = back;
+            review.returnReason = returnReason;
+        }
+    }
+    StorageReviewSheet { id: review }
 }

@@ -62,11 +62,10 @@ TEST_F(StorageCleaningTest, aReviewedFolderGoesAndComesBack) {
     const std::string folder = home.path(".codex/worktrees/shop/node_modules");
     scanAndOpenReview();
     EXPECT_FALSE(usable("moveToTrash"));
-    EXPECT_EQ(view->activeFocusItem(), item("confirmReview"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->activeFocusItem() == item("confirmReview"); }, 1000));
     click(item("moveToTrash"));
     EXPECT_FALSE(store->cleaning()) << "nobody has confirmed it";
     press("candidate web/node_modules");
-    key(Qt::Key_Tab, Qt::ShiftModifier); // away from the confirmation, and back to it
     item("confirmReview")->forceActiveFocus(Qt::TabFocusReason);
     key(Qt::Key_Space);
     EXPECT_TRUE(usable("moveToTrash"));
@@ -77,6 +76,8 @@ TEST_F(StorageCleaningTest, aReviewedFolderGoesAndComesBack) {
     EXPECT_TRUE(store->review()) << "it cannot be left while folders move";
     settle();
     EXPECT_TRUE(isGone("moveToTrash"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->activeFocusItem() == item("storageRow shop"); }, 1000))
+        << "the keyboard is where it was before the sheets";
 
     EXPECT_FALSE(fs::exists(folder));
     EXPECT_TRUE(fs::exists(home.path(".codex/worktrees/shop/web/node_modules/b/file"))) << "its tick was off";

@@ -1,4 +1,5 @@
 #include "VarnetApp/StorageViews/StorageLevel.h"
+#include "VarnetCore/Storage/StorageScan.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -71,6 +72,7 @@ TEST(StorageLevelTest, leadsFromFamiliesToBuckets) {
 
 TEST(StorageLevelTest, fallsBackToWhatIsStillThere) {
     const auto all = families();
+    const std::vector<StorageFamily> none;
     std::vector<StorageFamily> without;
     for (const StorageFamily& family : all)
         if (family.id == "/middle") without.push_back(family);
@@ -91,7 +93,7 @@ TEST(StorageLevelTest, fallsBackToWhatIsStillThere) {
         {"the family among small ones, and they", {Kind::family, true, "/s2"}, without, {}},
         {"the project, one is left", {Kind::project, false, "/big", "/big-tree"}, shrunk, {}},
         {"no small ones any more", {Kind::small}, without, {}},
-        {"everything", {Kind::project, true, "/s2", "/s2"}, {}, {}},
+        {"everything", {Kind::project, true, "/s2", "/s2"}, none, {}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);

@@ -15,10 +15,10 @@ constexpr const char* storefront = "/home/dana/code/storefront";
 
 TEST_F(StoragePageTest, tellsEachStateApart) {
     const auto scanning = [](PreparedStorage::Scan scan) {
-        return [scan](DiskStorageStore& store) { store.setPreview(scan, true, "2/9 · shop · main"); };
+        return [scan](DiskStorageStore& to) { to.setPreview(scan, true, "2/9 · shop · main"); };
     };
     const auto scanned = [](PreparedStorage::Scan scan) {
-        return [scan](DiskStorageStore& store) { store.setPreview(scan); };
+        return [scan](DiskStorageStore& to) { to.setPreview(scan); };
     };
     const struct {
         const char* name;
@@ -62,6 +62,7 @@ TEST_F(StoragePageTest, tellsEachStateApart) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         row.state(*store);
+        (void)view->grabWindow();
         for (const char* const name : row.shown)
             EXPECT_NE(called(name), nullptr) << name;
         for (const char* const name : row.absent)
@@ -70,14 +71,18 @@ TEST_F(StoragePageTest, tellsEachStateApart) {
 }
 
 TEST_F(StoragePageTest, isWorkedByKeys) {
+    const auto type = [this](const char* letters) {
+        for (; *letters; ++letters)
+            QTest::keyClick(view.get(), *letters);
+    };
     openPrepared(PreparedStorage::measured());
     key(Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(view->activeFocusItem(), item("storageSearch"));
-    QTest::keyClicks(view.get(), "warehouse");
+    type("warehouse");
     EXPECT_NE(called("No matching projects. Try another search or show all projects."), nullptr);
     press("showAllProjects");
     EXPECT_EQ(page().search(), "");
-    QTest::keyClicks(view.get(), "passkeys");
+    type("passkeys");
     EXPECT_EQ(page().rows()->rowCount(), 2) << "the family and the folder that was sought";
     key(Qt::Key_Escape);
     key(Qt::Key_Down);
@@ -86,7 +91,7 @@ TEST_F(StoragePageTest, isWorkedByKeys) {
     EXPECT_EQ(page().rows()->rowCount(), 18);
     key(Qt::Key_Down);
     key(Qt::Key_Return);
-    EXPECT_NE(item("storageDetail"), nullptr);
+    EXPECT_NE(item("closeDetail"), nullptr);
     ASSERT_TRUE(store->selected());
     EXPECT_EQ(store->selected()->path, storefront);
     key(Qt::Key_Escape);

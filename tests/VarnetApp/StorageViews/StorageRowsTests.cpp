@@ -1,5 +1,5 @@
 #include "VarnetApp/StorageViews/StorageRows.h"
-#include "VarnetApp/StorageViews/StorageTexts.h"
+#include "VarnetCore/Storage/StorageScan.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

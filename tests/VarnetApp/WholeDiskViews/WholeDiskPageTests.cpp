@@ -9,6 +9,7 @@
 #include "probes/SystemProbes.h"
 #include "probes/fake/FakeProbes.h"
 #include "tests/VarnetApp/MainViews/WindowStage.h"
+#include "tests/fakes/FakeFileOpening.h"
 #include "tests/fakes/HandQueue.h"
 #include "tests/fakes/TemporaryFolder.h"
 
@@ -18,18 +19,6 @@
 
 namespace varnet {
 namespace {
-
-class RecordingFiles final : public platform::FileOpening {
-public:
-    bool openUrl(const std::string&) override { return false; }
-    bool revealFiles(const std::vector<std::string>& paths) override {
-        revealed.insert(revealed.end(), paths.begin(), paths.end());
-        return true;
-    }
-    bool openApplication(const std::vector<std::string>&) override { return false; }
-
-    std::vector<std::string> revealed;
-};
 
 /// The page over a small tree of real files, or over prepared data.
 class WholeDiskPageTests : public WindowStage {
@@ -62,9 +51,10 @@ protected:
                                                                  .user = PreparedMachine::user,
                                                                  .preview = PreparedMachine::calm(),
                                                                  .collaborators = {}});
+        storage->page.wholeDisk = true;
         store->setPage(Page::storage);
         context = std::make_unique<ViewContext>(
-            ViewContext{*store, localization, clock, nullptr, {}, &files, storage.get()});
+            ViewContext{*store, localization, clock, nullptr, {}, &files, nullptr, storage.get()});
         showWindow(*context, size);
     }
     void turn() {
@@ -87,7 +77,7 @@ protected:
     HandQueue idle{clock};
     SystemProbes probes;
     FakeProbes noProbes;
-    RecordingFiles files;
+    FakeFileOpening files;
     AppLocalization localization{nullptr};
     std::unique_ptr<WholeDiskStore> disk;
     std::unique_ptr<DiskStorageStore> storage;
