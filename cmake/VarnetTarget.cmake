@@ -26,7 +26,9 @@ if(VARNET_FUZZ)
     # Clang sees libstdc++ 12 use a deprecated function of its own inside stable_sort.
     target_compile_options(varnet_flags INTERFACE -fsanitize=fuzzer-no-link -Wno-error=deprecated-declarations)
 endif()
-target_link_options(varnet_flags INTERFACE -fuse-ld=lld)
+if(NOT APPLE)
+    target_link_options(varnet_flags INTERFACE -fuse-ld=lld)
+endif()
 
 # varnet_library(NAME SOURCES ... LINK ...): a static library of ours; LINK is what its users see too.
 function(varnet_library name)

@@ -15,6 +15,13 @@ constexpr std::int32_t portCapacity = 64;
 constexpr std::size_t modelBufferSize = 256;
 constexpr std::int32_t fanCapacity = 10;
 
+// A clock that started with the system and counts on while it sleeps.
+#ifdef CLOCK_BOOTTIME
+constexpr clockid_t sinceBoot = CLOCK_BOOTTIME;
+#else
+constexpr clockid_t sinceBoot = CLOCK_MONOTONIC;
+#endif
+
 class SystemDiskWalk final : public DiskWalk {
 public:
     explicit SystemDiskWalk(VNDiskWalk* walk) : walk_(walk) {}
@@ -150,7 +157,7 @@ std::uint64_t SystemProbes::physicalMemory() {
 
 double SystemProbes::systemUptime() {
     timespec time{};
-    if (clock_gettime(CLOCK_BOOTTIME, &time) != 0) return 0;
+    if (clock_gettime(sinceBoot, &time) != 0) return 0;
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 

@@ -170,7 +170,7 @@ int32_t vn_fans(VNFan* fans, int32_t capacity);
 /// The machine's sensors with what is remembered of them between two readings.
 typedef struct VNSensors VNSensors;
 
-/// @param sys folder to read in place of /sys; NULL for the running kernel's
+/// @param sys folder to read in place of /sys, where the kernel has one; NULL for the running kernel's
 /// @return sensors to be closed by the caller; NULL without memory
 VNSensors* vn_sensors_open(const char* sys);
 

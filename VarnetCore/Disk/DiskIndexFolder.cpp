@@ -1,12 +1,11 @@
 #include "VarnetCore/Disk/DiskIndexFolder.h"
 
 #include "VarnetCore/Base/Uuid.h"
+#include "VarnetCore/Disk/TemporaryPlace.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -77,9 +76,7 @@ void DiskIndexFolder::removeStale(const std::filesystem::path& temporary) noexce
 
 std::filesystem::path DiskIndexFolder::temporary() {
     if (const char* named = std::getenv("TMPDIR"); named != nullptr && *named == '/') return named;
-    struct statfs volume{};
-    if (statfs("/tmp", &volume) == 0 && volume.f_type != TMPFS_MAGIC) return "/tmp";
-    return access("/var/tmp", W_OK | X_OK) == 0 ? "/var/tmp" : "/tmp";
+    return temporaryPlace();
 }
 
 } // namespace varnet

@@ -25,8 +25,7 @@ public:
     /// somebody else or no folder stays.
     static void removeStale(const std::filesystem::path& temporary) noexcept;
 
-    /// Where temporary things lie: what the environment says, else /tmp; where that is kept in memory,
-    /// /var/tmp, since the map of a whole disk would fill it.
+    /// Where temporary things lie: what the environment says, else the machine's own place for them.
     static std::filesystem::path temporary();
 
 private:

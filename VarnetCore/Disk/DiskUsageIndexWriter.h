@@ -58,7 +58,7 @@ private:
     struct Frame {
         std::int64_t id = 0;
         std::size_t pathLength = 0; ///< its path is that much of `path_`
-        std::uint64_t bytes = 0; ///< of itself and all below that is closed
+        std::uint64_t bytes = 0;    ///< of itself and all below that is closed
         std::uint64_t unreadable = 0;
     };
 
@@ -96,7 +96,7 @@ private:
     DiskIndexStatement update_;
     const Clock* clock_;
 
-    std::string path_;         ///< of the innermost folder that is or was open; each outer one's is its beginning
+    std::string path_; ///< of the innermost folder that is or was open; each outer one's is its beginning
     std::vector<Frame> stack_; ///< folders from the root to where the walk is; the first `depth_` are in use
     std::size_t depth_ = 0;
     std::array<Row, rowsPerInsert> held_; ///< rows not yet in the database; the first `heldCount_`

@@ -2,7 +2,7 @@
 
 #include "VarnetCore/Base/SmallFile.h"
 #include "VarnetCore/Base/Utf8.h"
-#include "VarnetCore/Disk/MountTable.h"
+#include "VarnetCore/Disk/FurtherVolumes.h"
 
 #include <sys/stat.h>
 
@@ -48,7 +48,7 @@ DiskVolumes DiskVolumes::read() {
     struct stat status{};
     volumes.dataVolume = stat(std::string(dataVolumePath).c_str(), &status) == 0;
     if (volumes.dataVolume) volumes.firmlinks = readSmallFile("/usr/share/firmlinks", 1 << 20);
-    volumes.further = furtherRoots(readMountTable());
+    volumes.further = furtherVolumes();
     return volumes;
 }
 

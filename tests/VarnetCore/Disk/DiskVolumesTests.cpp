@@ -1,5 +1,5 @@
 #include "VarnetCore/Disk/DiskVolumes.h"
-#include "VarnetCore/Disk/MountTable.h"
+#include "VarnetCore/Disk/linux/MountTable.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

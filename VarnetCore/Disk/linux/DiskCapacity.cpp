@@ -1,7 +1,7 @@
 #include "VarnetCore/Disk/DiskCapacity.h"
 
 #include "VarnetCore/Disk/DiskVolumes.h"
-#include "VarnetCore/Disk/MountTable.h"
+#include "VarnetCore/Disk/linux/MountTable.h"
 
 #include <sys/statvfs.h>
 

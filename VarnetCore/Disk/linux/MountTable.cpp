@@ -1,4 +1,4 @@
-#include "VarnetCore/Disk/MountTable.h"
+#include "VarnetCore/Disk/linux/MountTable.h"
 
 #include "VarnetCore/Base/SmallFile.h"
 
