@@ -81,6 +81,8 @@ T.Popup {
                 id: column
                 width: scroller.width
                 spacing: 12
+                // What has the keyboard when the sheet opens may only now have found its place.
+                onPositioningComplete: if (scroller.focused?.visualFocus === true) scroller.reveal(scroller.focused)
             }
         }
         Separator {

@@ -26,7 +26,7 @@ Card {
         objectName: "storageSearch"
         x: 12
         y: 12
-        width: card.wide ? Math.max(200, Math.min(320, parent.width - 414)) : parent.width - 24
+        width: card.wide ? Math.max(226, Math.min(320, parent.width - 400)) : parent.width - 24
         placeholderText: Words.text("Search projects or worktrees")
         clearLabel: Words.text("Clear search")
         text: card.model.search
@@ -35,9 +35,9 @@ Card {
         Keys.onReturnPressed: list.go(list.currentIndex)
     }
     StorageLegend {
-        x: search.x + search.width + 24
+        x: search.x + search.width + 20
         y: 17
-        width: parent.width - x - 16
+        width: parent.width - x - 8
         visible: card.wide
         height: 22
         clip: true

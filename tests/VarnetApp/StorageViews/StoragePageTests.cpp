@@ -176,6 +176,20 @@ TEST_F(StoragePageTest, detailsSayWhatHolds) {
     }
 }
 
+TEST_F(StoragePageTest, inTheLeastWindowTheConfirmationComesIntoView) {
+    openPrepared(PreparedStorage::measured(), {720, 520});
+    store->openReview(PreparedStorage::project("feature/checkout"));
+    QQuickItem* const confirmation = item("confirmReview");
+    ASSERT_NE(confirmation, nullptr);
+    const double foot = item("moveToTrash")->mapToScene({0, 0}).y();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return confirmation->mapToScene({0, confirmation->height()}).y() < foot; }, 1000));
+    key(Qt::Key_Space);
+    press("moveToTrash");
+    EXPECT_EQ(store->message(), "Example data — no files were moved.");
+    EXPECT_FALSE(store->review());
+}
+
 TEST_F(StoragePageTest, theScopeAndTheLayoutOutliveThePage) {
     openPrepared(PreparedStorage::measured());
     item("storageLayout")->forceActiveFocus(Qt::TabFocusReason);
