@@ -35,6 +35,7 @@ int render(const varnet::CommandLine& line, int argc, char** argv) {
     const QString language = QString::fromStdString(line.language);
     if (line.action == Action::renderCollection)
         return varnet::Previews::renderCollection(line.folder, language);
+    if (line.action == Action::renderStorage) return varnet::Previews::renderStorage(line.folder, language);
     if (line.action == Action::renderReports) return varnet::Previews::renderReports(line.folder, language);
     const std::string only = line.action == Action::renderBattery ? "battery" : line.only;
     return varnet::Previews::render(line.folder, language, QString::fromStdString(only));
@@ -72,6 +73,7 @@ int main(int argc, char** argv) {
     case CommandLine::Action::renderCollection:
     case CommandLine::Action::renderPreviews:
     case CommandLine::Action::renderReports:
+    case CommandLine::Action::renderStorage:
         return render(line, argc, argv);
     case CommandLine::Action::start:
         if (!hasDisplay()) return varnet::Diagnostics::liveReading();

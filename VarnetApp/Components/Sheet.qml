@@ -70,7 +70,13 @@ T.Popup {
             interactive: contentHeight > height
             clip: interactive
             boundsBehavior: Flickable.StopAtBounds
-            T.ScrollBar.vertical: ScrollThumb {}
+            // Beside the words, in the sheet's own margin.
+            T.ScrollBar.vertical: ScrollThumb {
+                parent: scroller.parent
+                x: parent.width - width
+                y: scroller.y
+                height: scroller.height
+            }
 
             Column {
                 id: column

@@ -14,6 +14,7 @@ struct CommandLine {
         start,
         batteryDiagnose,
         renderBattery,
+        renderStorage,
         storageDiagnose,
         diskDiagnose,
         diagnose,

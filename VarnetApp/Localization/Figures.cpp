@@ -13,6 +13,8 @@ bool isFigure(std::optional<double> value) noexcept {
 
 constexpr std::array<const char*, 5> byteUnits{"KB", "MB", "GB", "TB", "PB"};
 
+constexpr std::array<const char*, 6> diskUnits{"KB", "MB", "GB", "TB", "PB", "EB"};
+
 } // namespace
 
 QString Figures::withPercentSign(const QString& number) const {
@@ -54,6 +56,20 @@ QString Figures::memory(std::optional<std::uint64_t> bytes) const {
 
 QString Figures::fileSize(std::optional<std::uint64_t> bytes) const {
     return bytes ? this->bytes(static_cast<double>(*bytes), 1000) : unknown();
+}
+
+QString Figures::diskSize(std::uint64_t bytes) const {
+    double value = static_cast<double>(bytes) / 1000;
+    std::size_t unit = 0;
+    while (unit + 1 < diskUnits.size() && value >= (unit == 0 ? 999.5 : 999.95)) {
+        value /= 1000;
+        ++unit;
+    }
+    // A file of a few bytes is not nothing.
+    const double shown = unit > 0    ? std::nearbyint(value * 10) / 10
+                         : value < 1 ? std::ceil(value)
+                                     : std::nearbyint(value);
+    return locale_.toString(shown, 'f', unit == 0 ? 0 : 1) + " " + diskUnits[unit];
 }
 
 QString Figures::count(std::uint64_t number) const {

@@ -25,6 +25,8 @@ public:
     QString fileSize(std::optional<std::uint64_t> bytes) const;
     /// "46%" from 10 on, "9.8%" below.
     QString share(std::optional<double> percent) const;
+    /// Room on a disk in units of 1,000, as disks are sold: "418.6 GB", "6.0 GB", "640 KB".
+    QString diskSize(std::uint64_t bytes) const;
     /// "2,840".
     QString count(std::uint64_t number) const;
     /// "2,840 RPM".

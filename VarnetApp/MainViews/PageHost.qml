@@ -19,6 +19,8 @@ FocusScope {
                 return servers;
             case "battery":
                 return battery;
+            case "storage":
+                return storage;
             case "sources":
             case "apps":
             case "projects":
@@ -67,9 +69,16 @@ FocusScope {
         }
     }
     Component {
+        id: storage
+
+        StorageView {
+            narrow: root.narrow
+        }
+    }
+    Component {
         id: later
 
-        // Storage is not built yet, and says so.
+        // For a page that this version does not know.
         Item {
             EmptyState {
                 anchors.centerIn: parent

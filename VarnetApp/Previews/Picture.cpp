@@ -7,6 +7,7 @@
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Previews/PreparedCollection.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
+#include "VarnetApp/StorageStore/DiskStorageStore.h"
 #include "probes/SystemProbes.h"
 
 #include <QCoreApplication>
@@ -55,8 +56,21 @@ struct Stage {
                .user = PreparedMachine::user,
                .preview = picture.data(),
                .collaborators = {.unlockedBadges = [this] { return collection.archive().unlocked.size(); }}}),
+          wholeDisk({.probes = probes,
+                     .clock = clock,
+                     .mainQueue = queue,
+                     .scans = queue,
+                     .questions = queue,
+                     .preview = true}),
+          storage({.probes = probes,
+                   .clock = clock,
+                   .mainQueue = queue,
+                   .jobs = queue,
+                   .home = "/home/dana",
+                   .preview = true},
+                  wholeDisk),
           flame(store.settings()),
-          context{store, localization, clock, &flame, picture.actions, nullptr, &collection} {}
+          context{store, localization, clock, &flame, picture.actions, nullptr, &collection, &storage} {}
 
     SystemProbes probes;
     StillClock clock;
@@ -64,6 +78,8 @@ struct Stage {
     AppLocalization localization;
     FlameCollectionStore collection;
     VarnetStore store;
+    WholeDiskStore wholeDisk;
+    DiskStorageStore storage;
     DockFlame flame;
     ViewContext context;
 };
@@ -85,6 +101,7 @@ QImage paint(const Picture& picture, Look look, double scale, const QString& lan
     stage.store.setPreviewOnboarded(picture.onboarded);
     if (picture.prepare) picture.prepare(stage.store);
     if (picture.deed) picture.deed(stage.collection);
+    if (picture.storage) picture.storage(stage.storage);
 
     QQuickRenderControl control;
     QQuickWindow window(&control);

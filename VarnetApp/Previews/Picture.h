@@ -17,6 +17,7 @@ namespace varnet {
 class FlameCollectionStore;
 struct FlameArchive;
 struct MonitorSnapshot;
+class DiskStorageStore;
 class VarnetStore;
 
 /// One picture of a view: which, of what, and how large.
@@ -37,6 +38,8 @@ struct Picture {
     std::filesystem::path collectionFile = {};
     /// What has just happened to it.
     std::function<void(FlameCollectionStore&)> deed = {};
+    /// Sets up what the storage page shows; empty: nothing was ever scanned.
+    std::function<void(DiskStorageStore&)> storage = {};
 };
 
 enum class Look { dark, light };

@@ -5,11 +5,16 @@
 #include "VarnetApp/Previews/PreparedCollection.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 #include "VarnetApp/Previews/Screens.h"
+#include "VarnetApp/Previews/WholeDiskScreens.h"
 #include "VarnetApp/ShareCards/ShareCard.h"
 #include "VarnetApp/ShareCards/WeeklyCard.h"
 #include "VarnetCore/Flame/RoastEngine.h"
 
+#include <QTemporaryDir>
+
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 namespace varnet {
 
@@ -48,13 +53,18 @@ QImage shareCard(const AppLocalization& localization) {
                             localization);
 }
 
-} // namespace
+std::vector<Picture> screensBeginning(const QString& name) {
+    std::vector<Picture> pictures;
+    for (Picture& picture : screens())
+        if (picture.name.startsWith(name)) pictures.push_back(std::move(picture));
+    return pictures;
+}
 
-int Previews::render(const std::filesystem::path& folder, const QString& language, const QString& only) {
+int writeScreens(const std::vector<Picture>& pictures, const std::filesystem::path& folder,
+                 const QString& language) {
     if (!makeFolder(folder)) return 1;
     bool complete = true;
-    for (const Picture& picture : screens()) {
-        if (!picture.name.startsWith(only)) continue;
+    for (const Picture& picture : pictures) {
         for (const Look look : {Look::dark, Look::light}) {
             for (const int scale : {1, 2}) {
                 const QString file = picture.name + (look == Look::dark ? "-dark" : "-light") +
@@ -65,6 +75,12 @@ int Previews::render(const std::filesystem::path& folder, const QString& languag
         }
     }
     return complete ? 0 : 1;
+}
+
+} // namespace
+
+int Previews::render(const std::filesystem::path& folder, const QString& language, const QString& only) {
+    return writeScreens(screensBeginning(only), folder, language);
 }
 
 int Previews::renderCollection(const std::filesystem::path& folder, const QString& language) {
@@ -83,6 +99,20 @@ int Previews::renderReports(const std::filesystem::path& folder, const QString& 
     complete = write(shareCard(localization), folder / ShareCard::suggestedName) && complete;
     complete = write(weeklyCard(localization), folder / WeeklyCard::suggestedName) && complete;
     return complete ? 0 : 1;
+}
+
+int Previews::renderStorage(const std::filesystem::path& folder, const QString& language) {
+    std::vector<Picture> pictures = screensBeginning("storage");
+    for (Picture& picture : screensBeginning("disk"))
+        pictures.push_back(std::move(picture));
+    const QTemporaryDir tree;
+    std::vector<Picture> measured;
+    if (tree.isValid()) measured = measuredDiskScreens(tree.path().toStdString());
+    if (measured.empty()) std::fputs("varnet: no tree of files could be measured\n", stderr);
+    for (Picture& picture : measured)
+        pictures.push_back(std::move(picture));
+    const int status = writeScreens(pictures, folder, language);
+    return measured.empty() ? 1 : status;
 }
 
 } // namespace varnet

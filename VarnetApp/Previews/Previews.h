@@ -18,5 +18,8 @@ int renderCollection(const std::filesystem::path& folder, const QString& languag
 
 /// Writes the pictures that are shared, and the sheet that shares a report. @return the program's exit status
 int renderReports(const std::filesystem::path& folder, const QString& language);
+/// The same for the storage page alone, and besides a map of a small tree of real files, which are written
+/// beside the system's temporary files and measured.
+int renderStorage(const std::filesystem::path& folder, const QString& language);
 
 } // namespace varnet::Previews

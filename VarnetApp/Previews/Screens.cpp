@@ -5,6 +5,8 @@
 #include "VarnetApp/Previews/HallScreens.h"
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
+#include "VarnetApp/Previews/StorageScreens.h"
+#include "VarnetApp/Previews/WholeDiskScreens.h"
 
 #include <QMetaObject>
 #include <QQuickItem>
@@ -140,7 +142,6 @@ std::vector<Picture> screens() {
         {"overview-toast", "MainWindow", window, calm,
          [](VarnetStore& store) { store.setActionMessage("Django has left the building."); }},
         {"report", "MainWindow", window, busy, [](VarnetStore& store) { store.presentRoast(); }},
-        {"storage", "MainWindow", window, busy, [](VarnetStore& store) { store.setPage(Page::storage); }},
         {.name = "onboarding", .view = "MainWindow", .size = window, .data = gathering, .onboarded = false},
         {.name = "onboarding-small",
          .view = "MainWindow",
@@ -167,7 +168,7 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (auto* const room : {listScreens, batteryScreens, hallScreens})
+    for (auto* const room : {listScreens, batteryScreens, hallScreens, storageScreens, wholeDiskScreens})
         for (Picture& picture : room())
             pictures.push_back(std::move(picture));
     return pictures;

@@ -5,6 +5,7 @@
 #include "VarnetCore/Storage/StoragePaths.h"
 
 #include <algorithm>
+#include <mutex>
 #include <set>
 #include <utility>
 
@@ -63,6 +64,30 @@ void DiskStorageStore::openReview(std::optional<StorageProject> project) {
     emit sheetsChanged();
 }
 
+/// What a scan says on its way, until the main thread takes it: only the latest of it counts.
+struct DiskStorageStore::Mailbox {
+    std::mutex lock;
+    std::shared_ptr<const StorageScan> scan;
+    std::optional<QString> progress;
+    bool posted = false;
+    bool first = true;
+
+    /// @return in how many seconds to come and take it; empty: somebody comes already
+    std::optional<double> put(std::shared_ptr<const StorageScan> newScan,
+                              std::optional<QString> newProgress) {
+        const std::lock_guard guard(lock);
+        if (newScan) scan = std::move(newScan);
+        if (newProgress) progress = std::move(newProgress);
+        if (std::exchange(posted, true)) return std::nullopt;
+        return std::exchange(first, false) ? 0 : publishInterval;
+    }
+    std::pair<std::shared_ptr<const StorageScan>, std::optional<QString>> take() {
+        const std::lock_guard guard(lock);
+        posted = false;
+        return {std::exchange(scan, nullptr), std::exchange(progress, std::nullopt)};
+    }
+};
+
 void DiskStorageStore::refresh(const std::vector<std::string>& projects,
                                std::optional<StorageLocation> only) {
     if (setup_.preview) return;
@@ -78,8 +103,13 @@ void DiskStorageStore::refresh(const std::vector<std::string>& projects,
         for (const std::string& root : projects)
             locations.push_back({root, "Observed project"});
     }
+    scannedOnly_ = only;
+    scannedPlaces_.clear();
+    for (const StorageLocation& location : locations)
+        scannedPlaces_.push_back(location.path);
     cancellation_ = std::make_shared<StorageCancellation>();
     message_.clear();
+    messageTellsOfClean_ = false;
     emit changed();
     setup_.jobs.post([this, alive = std::weak_ptr(alive_), token = cancellation_, &main = setup_.mainQueue,
                       setup = StorageScanner::Setup{.token = cancellation_,
@@ -92,28 +122,30 @@ void DiskStorageStore::refresh(const std::vector<std::string>& projects,
                       locations = std::move(locations),
                       related = only ? RelatedWorktrees::leave : RelatedWorktrees::include] {
         // A scan that another one has replaced says nothing any more.
-        const auto hop = [this, &main, &alive, &token](std::function<void()> work) {
-            main.post([this, alive, token, work = std::move(work)] {
-                if (alive.lock() && cancellation_ == token) work();
+        const auto mailbox = std::make_shared<Mailbox>();
+        const auto tell = [&](std::shared_ptr<const StorageScan> scan, std::optional<QString> progress) {
+            const auto wait = mailbox->put(std::move(scan), std::move(progress));
+            if (!wait) return;
+            main.postAfter(*wait, [this, alive, token, mailbox] {
+                if (!alive.lock() || cancellation_ != token) return;
+                auto [latest, text] = mailbox->take();
+                if (text) {
+                    progress_ = std::move(*text);
+                    emit changed();
+                }
+                if (latest) {
+                    scan_ = std::move(latest);
+                    emit scanChanged();
+                }
             });
         };
         StorageScanner scanner(setup);
-        StorageScan last = scanner.scan(
-            locations, related,
-            [&](const std::string& text) {
-                hop([this, text = QString::fromStdString(text)] {
-                    progress_ = text;
-                    emit changed();
-                });
-            },
-            [&](const StorageScan& scan) {
-                hop([this, scan = std::make_shared<const StorageScan>(scan)] {
-                    scan_ = scan;
-                    emit scanChanged();
-                });
-            });
-        hop([this, scan = std::make_shared<const StorageScan>(std::move(last))] {
-            scan_ = scan;
+        auto last = std::make_shared<const StorageScan>(scanner.scan(
+            locations, related, [&](const std::string& text) { tell(nullptr, QString::fromStdString(text)); },
+            [&](const StorageScan& scan) { tell(std::make_shared<const StorageScan>(scan), std::nullopt); }));
+        main.post([this, alive, token, last = std::move(last)] {
+            if (!alive.lock() || cancellation_ != token) return;
+            scan_ = last;
             cancellation_.reset();
             emit scanChanged();
             emit changed();
@@ -137,25 +169,37 @@ void DiskStorageStore::addFolder(const std::string& chosen, const std::vector<st
         return;
     }
     const QString text = QString::fromStdString(path);
-    if (!savedFolders_.contains(text)) {
-        savedFolders_.append(text);
-        saveFolders();
+    if (savedFolders_.contains(text)) {
+        focusFolder(path, projects);
+        return;
     }
-    focusFolder(path, projects);
+    savedFolders_.append(text);
+    saveFolders();
+    focusedFolder_ = locationOf(path);
+    refresh(projects, focusedFolder_);
 }
 
 void DiskStorageStore::removeFolder(const std::string& path, const std::vector<std::string>& projects) {
     if (setup_.preview) return;
     savedFolders_.removeAll(QString::fromStdString(path));
     saveFolders();
+    if (focusedFolder_ && focusedFolder_->path == path) {
+        focusedFolder_.reset();
+        refresh(projects);
+    }
     emit changed();
-    if (focusedFolder_ && focusedFolder_->path == path) focusFolder(std::nullopt, projects);
+}
+
+bool DiskStorageStore::looksAt(const std::optional<StorageLocation>& folder) const {
+    if (!folder || scannedOnly_) return scannedOnly_ == folder && !scannedPlaces_.empty();
+    return std::ranges::find(scannedPlaces_, folder->path) != scannedPlaces_.end();
 }
 
 void DiskStorageStore::focusFolder(std::optional<std::string> path,
                                    const std::vector<std::string>& projects) {
+    if (setup_.preview) return;
     focusedFolder_ = path ? std::optional(locationOf(*path)) : std::nullopt;
-    refresh(projects, focusedFolder_);
+    if (!looksAt(focusedFolder_)) refresh(projects, focusedFolder_);
     emit changed();
 }
 
@@ -183,6 +227,7 @@ void DiskStorageStore::clean(std::vector<StorageCandidate> candidates,
     if (cleaning_ || scanning() || candidates.empty() || !setup_.trash) return;
     cleaning_ = true;
     message_.clear();
+    messageTellsOfClean_ = false;
     emit changed();
     setup_.jobs.post([this, alive = std::weak_ptr(alive_), &main = setup_.mainQueue, &probes = setup_.probes,
                       &trash = *setup_.trash, git = setup_.git.value_or(StorageGit(setup_.home)),
@@ -197,7 +242,7 @@ void DiskStorageStore::clean(std::vector<StorageCandidate> candidates,
             emit sheetsChanged();
             if (setup_.didClean) setup_.didClean(outcome.moved, outcome.bytes);
             refresh(projects, focusedFolder_);
-            setMessage(sentence(outcome));
+            setMessage(sentence(outcome), true);
         });
     });
 }
@@ -206,9 +251,10 @@ void DiskStorageStore::dismissMessage() {
     setMessage({});
 }
 
-void DiskStorageStore::setMessage(QString message) {
-    if (message_ == message) return;
+void DiskStorageStore::setMessage(QString message, bool tellsOfClean) {
+    if (message_ == message && messageTellsOfClean_ == tellsOfClean) return;
     message_ = std::move(message);
+    messageTellsOfClean_ = tellsOfClean;
     emit changed();
 }
 
@@ -227,9 +273,16 @@ void DiskStorageStore::setPreview(std::shared_ptr<const StorageScan> scan, bool 
     progress_ = std::move(progress);
     cleaning_ = cleaning;
     message_ = std::move(message);
+    messageTellsOfClean_ = !trashLocations.empty();
     trashLocations_ = std::move(trashLocations);
     savedFolders_ = std::move(savedFolders);
     emit scanChanged();
+    emit changed();
+}
+
+void DiskStorageStore::setPreviewFocus(std::optional<StorageLocation> folder) {
+    if (!setup_.preview) return;
+    focusedFolder_ = std::move(folder);
     emit changed();
 }
 

@@ -67,6 +67,8 @@ public:
     QString message() const { return message_; }
     const QStringList& savedFolders() const noexcept { return savedFolders_; }
     const std::vector<std::string>& trashLocations() const noexcept { return trashLocations_; }
+    /// The message tells of a clean whose folders can be shown in the Trash.
+    bool canRevealTrash() const noexcept { return messageTellsOfClean_ && !trashLocations_.empty(); }
     bool preview() const noexcept { return setup_.preview; }
 
     /// The project in the detail sheet, and the one in the review sheet; empty: the sheet is closed.
@@ -75,17 +77,20 @@ public:
     void select(std::optional<StorageProject> project);
     void openReview(std::optional<StorageProject> project);
 
-    /// Scans, in place of a scan that runs.
+    /// Scans, in place of a scan that runs. What it finds on its way is published now and then, and the end
+    /// at once.
     /// @param projects roots of the projects that the monitor sees
     /// @param only one folder; empty: every place that is known
     void refresh(const std::vector<std::string>& projects, std::optional<StorageLocation> only = {});
     /// Ends a running scan at once; what it has found stays.
     Q_INVOKABLE void stopScan();
-    /// Takes a folder that the user has chosen into the list, and scans.
+    /// Takes a folder that the user has chosen into the list, and scans it; one that is in the list already
+    /// is focused.
     void addFolder(const std::string& path, const std::vector<std::string>& projects);
-    /// Takes a folder off the list. Nothing on disk is touched.
+    /// Takes a folder off the list. Nothing on disk is touched. Scans when the page was restricted to it.
     void removeFolder(const std::string& path, const std::vector<std::string>& projects);
-    /// Restricts the page to a folder, or to none, and scans.
+    /// Restricts the page to a folder, or to none. Scans only when the present scan, or the one that runs,
+    /// does not look there.
     void focusFolder(std::optional<std::string> path, const std::vector<std::string>& projects);
     void reveal(const std::string& path);
     void revealTrash();
@@ -98,6 +103,18 @@ public:
     void setPreview(std::shared_ptr<const StorageScan> scan, bool scanning = false, QString progress = {},
                     bool cleaning = false, QString message = {}, std::vector<std::string> trashLocations = {},
                     QStringList savedFolders = {});
+    /// The same for the folder that the page is restricted to.
+    void setPreviewFocus(std::optional<StorageLocation> folder);
+
+    /// Seconds between two looks at a running scan: every look is drawn anew.
+    static constexpr double publishInterval = 0.1;
+
+    /// What the user has chosen to look at, kept while the page is away.
+    struct PageChoice {
+        bool wholeDisk = false; ///< instead of the projects
+        bool listOnly = false;  ///< the projects' list alone, without their map
+    };
+    PageChoice page;
 
     static constexpr const char* addFolderTitle = "Choose a projects or worktrees folder";
 
@@ -107,8 +124,11 @@ signals:
     void sheetsChanged();
 
 private:
-    void setMessage(QString message);
+    struct Mailbox;
+
+    void setMessage(QString message, bool tellsOfClean = false);
     void saveFolders();
+    bool looksAt(const std::optional<StorageLocation>& folder) const;
 
     const Setup setup_;
     WholeDiskStore& wholeDisk_;
@@ -116,12 +136,15 @@ private:
     std::optional<StorageLocation> focusedFolder_;
     QString progress_;
     QString message_;
+    bool messageTellsOfClean_ = false;
     bool cleaning_ = false;
     std::optional<StorageProject> selected_;
     std::optional<StorageProject> review_;
     QStringList savedFolders_;
     std::vector<std::string> trashLocations_;
     std::shared_ptr<StorageCancellation> cancellation_; ///< of the scan that runs
+    std::optional<StorageLocation> scannedOnly_;        ///< of the latest scan; empty: every place
+    std::vector<std::string> scannedPlaces_;            ///< of the latest scan; empty before one
 
     /// What posted work looks at before it touches the store.
     std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);

@@ -1,0 +1,33 @@
+# The storage page: what projects occupy, and the review of what may go.
+list(
+    APPEND
+    views_cpp
+    StorageViews/ProjectStorageModel.cpp
+    StorageViews/StorageDetailModel.cpp
+    StorageViews/StorageLevel.cpp
+    StorageViews/StorageReviewModel.cpp
+    StorageViews/StorageRows.cpp
+    StorageViews/StorageScopeModel.cpp
+    StorageViews/StorageTexts.cpp)
+list(
+    APPEND
+    views_qml
+    StorageViews/ProjectStorageView.qml
+    StorageViews/StorageAddFolder.qml
+    StorageViews/StorageBuckets.qml
+    StorageViews/StorageCandidateLine.qml
+    StorageViews/StorageCandidates.qml
+    StorageViews/StorageCrumbs.qml
+    StorageViews/StorageDetailSheet.qml
+    StorageViews/StorageFigure.qml
+    StorageViews/StorageFigures.qml
+    StorageViews/StorageFolderLine.qml
+    StorageViews/StorageFolders.qml
+    StorageViews/StorageLegend.qml
+    StorageViews/StorageList.qml
+    StorageViews/StorageListRow.qml
+    StorageViews/StoragePills.qml
+    StorageViews/StorageReviewSheet.qml
+    StorageViews/StorageStart.qml
+    StorageViews/StorageStrip.qml
+    StorageViews/StorageView.qml)

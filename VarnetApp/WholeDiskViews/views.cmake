@@ -1,0 +1,19 @@
+# The map of the whole disk, below the storage page's head.
+list(
+    APPEND
+    views_cpp
+    WholeDiskViews/WholeDiskModel.cpp
+    WholeDiskViews/WholeDiskRows.cpp
+    WholeDiskViews/WholeDiskTexts.cpp)
+list(
+    APPEND
+    views_qml
+    WholeDiskViews/DiskAccessSheet.qml
+    WholeDiskViews/DiskBreadcrumb.qml
+    WholeDiskViews/DiskCapacityLine.qml
+    WholeDiskViews/DiskCrumbButton.qml
+    WholeDiskViews/DiskFoot.qml
+    WholeDiskViews/DiskList.qml
+    WholeDiskViews/DiskNotice.qml
+    WholeDiskViews/DiskRowButton.qml
+    WholeDiskViews/WholeDiskView.qml)
