@@ -39,6 +39,7 @@ EXCEPTIONS = {
     "Varnet", "Varnet?", "VARNET", "English", "Inter", "Conductor", "Codex", "Cursor", "Claude Code", "Gemini CLI",
     "OpenCode", "ChatGPT", "Claude Desktop", "Next.js", "Vite", "Astro", "Nuxt", "Uvicorn", "Rails", "Django",
     "Figma", "Development", "PNG (*.png)", "My-week-lightly-roasted.png", "PNG",
+    " server",  # names what listens, behind the name of its program
     # file names and folders
     "Package.swift", "Cargo.toml", "Gemfile", "Library", "VarnetPreview",
     # a roast
@@ -57,6 +58,8 @@ NO_TEXT = re.compile(
 )
 # Words of thermal pressure; they reach the sentences as names of a state.
 LEVELS = "nominal|fair|serious|critical"
+# Where sentences are put together, and taken apart again.
+BREAK = re.compile(rf"{HOLE}| · |\n|\b(?:{LEVELS})\b")
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 ESCAPE = re.compile(r"\\(u[0-9a-fA-F]{4}|x[0-9a-fA-F]+|.)", re.DOTALL)
 
@@ -79,6 +82,10 @@ ASSEMBLED = {
         "Nějaký proces bere 12% CPU celého Macu. Patří teď k nejvytíženějším.",
     "Codex exited 52m ago. The server is still running; it may still be in use.":
         "Codex: konec před 52 min. Server dál běží; možná ho ještě někdo používá.",
+    "Vite may be forgotten": "Možná zapomenuto: Vite",
+    "storefront is working overtime": "storefront jede přesčas",
+    "Vite started again": "Vite opět běží",
+    "Vite stopped": "Vite: zastaveno",
     "Open details for Vite may be forgotten": "Otevřít podrobnosti: Možná zapomenuto: Vite",
     "Selected processes: partial result": "Vybrané procesy: zčásti zastaveno",
     "3 of 4 reviewed processes exited.": "Skončilo prověřených procesů: 3 z 4.",
@@ -140,12 +147,16 @@ def literals(path):
         parts = LITERAL.findall(match.group(0))
         line = source.count("\n", 0, match.start()) + 1
         before = source[max(0, match.start() - 40) : match.start()]
-        yield line, before, "".join(unescaped(part) for part in parts)
+        yield line, (before, source[match.end() : match.end() + 12]), "".join(unescaped(part) for part in parts)
 
 
 def holed(text):
     """Tokens of a key, of Qt and of fmt alike."""
     return re.sub(r"%\d|\{[^{}]*\}", HOLE, text)
+
+
+def trimmed(text):
+    return text.strip(HOLE + " .,:;()·")
 
 
 def is_text(text):
@@ -161,7 +172,12 @@ class Catalogue:
     def __init__(self, pairs):
         self.pairs = pairs
         self.shapes = {holed(key) for key in pairs}
-        self.every_shape = "\n\n".join(self.shapes)
+        # What code puts around the holes: a key between them, in sentences and in parts between dots.
+        self.pieces = {trimmed(piece) for shape in self.shapes for piece in re.split(BREAK, shape)}
+        self.pieces |= {trimmed(shape) for shape in self.shapes}
+        # A plural ending and a count are often added by themselves.
+        self.pieces |= {re.sub(r"^\d+ ", "", piece) for piece in self.pieces}
+        self.pieces |= {piece.removesuffix("s") for piece in self.pieces}
         self.templates = []
         for key, value in pairs.items():
             names = TOKEN.findall(key)
@@ -202,13 +218,15 @@ class Catalogue:
                 return separator.join(self.translated(piece, depth + 1) for piece in text.split(separator))
         return text
 
+    def knows_whole(self, text):
+        return holed(text) in self.shapes or self.translated(text) != text
+
     def knows(self, text):
-        shape = holed(text).strip(HOLE)
-        if shape in self.shapes or shape.strip() in self.shapes or shape in self.every_shape:
-            return True
-        # " · read only" is taken apart at its dot before it is looked for.
-        pieces = [piece.strip(" ·") for piece in shape.split(" · ")]
-        return all(not re.search(r"[A-Za-z]", piece) or piece in self.every_shape for piece in pieces)
+        """The text, or every piece of it that has a word: a sentence is put together from pieces."""
+        pieces = [trimmed(piece) for piece in re.split(BREAK, holed(text))]
+        return trimmed(holed(text)) in self.pieces or all(
+            piece in self.pieces for piece in pieces if re.search(r"[A-Za-z]{2}", piece)
+        )
 
 
 def read_pairs(file, faults):
@@ -258,13 +276,15 @@ def main():
         name = path.relative_to(root).as_posix()
         if path.suffix not in (".qml", ".cpp", ".h") or name.startswith(SILENT):
             continue
-        for line, before, text in literals(path):
+        for line, around, text in literals(path):
             spoken.append(holed(text))
-            # What is handed over for translation must be known whole, whatever it looks like. A view's sum of
-            # a text and a name is a piece.
+            before, behind = around
+            # What is handed over for translation must be known, whatever it looks like: whole, unless more is
+            # added to it.
             handed = re.search(r"(?:Words|[lL]ocalization_?|language_)\.text\(\s*$", before)
             if handed and re.search(r"[A-Za-z]", text) and text not in EXCEPTIONS:
-                known = catalogue.translated(text) != text or text in catalogue.pairs or catalogue.knows(text)
+                whole = behind.lstrip().startswith(")")
+                known = catalogue.knows_whole(text) if whole else catalogue.knows(text)
             else:
                 named = re.search(r"(objectName|console\.\w+\(|qWarning\(|qmlRegister\w+\().{0,12}$", before)
                 known = named or not is_text(text) or catalogue.knows(text)
