@@ -28,7 +28,7 @@ FocusScope {
             case "hall":
                 return hall;
             default:
-                return later;
+                return null;
             }
         }
     }
@@ -62,13 +62,6 @@ FocusScope {
         }
     }
     Component {
-        id: hall
-
-        HallOfFlameView {
-            narrow: root.narrow
-        }
-    }
-    Component {
         id: storage
 
         StorageView {
@@ -76,17 +69,10 @@ FocusScope {
         }
     }
     Component {
-        id: later
+        id: hall
 
-        // For a page that this version does not know.
-        Item {
-            EmptyState {
-                anchors.centerIn: parent
-                width: Math.min(480, parent.width - 48)
-                iconName: "hourglass"
-                title: Words.text("Not here yet.")
-                note: Words.text("This page arrives with a later version.")
-            }
+        HallOfFlameView {
+            narrow: root.narrow
         }
     }
 }
