@@ -35,6 +35,7 @@ int render(const varnet::CommandLine& line, int argc, char** argv) {
     const QString language = QString::fromStdString(line.language);
     if (line.action == Action::renderCollection)
         return varnet::Previews::renderCollection(line.folder, language);
+    if (line.action == Action::renderStorage) return varnet::Previews::renderStorage(line.folder, language);
     if (line.action == Action::renderReports) return varnet::Previews::renderReports(line.folder, language);
     if (line.action == Action::renderStorage) return varnet::Previews::renderStorage(line.folder, language);
     const std::string only = line.action == Action::renderBattery ? "battery" : line.only;
