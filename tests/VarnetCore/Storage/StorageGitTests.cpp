@@ -120,18 +120,20 @@ TEST_F(StorageGitTest, TheKernelHoldsItIn) {
 
 struct Trap {
     const char* story;
-    const char* arm;     ///< shell in the repository; $TRAP is a program that leaves a canary
+    /// Shell in the repository; $TRAP is a program that leaves a canary. Changes to "file" keep its length:
+    /// Git takes another length for a change without looking, and no filter would run.
+    const char* arm;
     const char* control; ///< what springs it when Git runs unguarded; null: nothing does
 };
 
 const Trap traps[]{
     {"a file system monitor", "git config core.fsmonitor $TRAP", "git status"},
-    {"a clean filter", "echo '* filter=x' > .gitattributes; git config filter.x.clean $TRAP; echo a > file",
-     "git status"},
+    {"a clean filter",
+     "echo '* filter=x' > .gitattributes; git config filter.x.clean $TRAP; printf next > file", "git status"},
     {"a required filter process",
      "echo '* filter=x' > .gitattributes; git config filter.x.process $TRAP; git config filter.x.required "
      "true; "
-     "echo changed > file",
+     "printf next > file",
      "git status"},
     {"a hook on refreshing the index",
      "mkdir -p h; cp $TRAP h/post-index-change; git config core.hooksPath $PWD/h; sleep 1.1; touch file",
