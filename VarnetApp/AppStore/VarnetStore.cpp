@@ -103,7 +103,7 @@ void VarnetStore::accept(std::shared_ptr<const MonitorSnapshot> snapshot) {
     latestSnapshot_ = std::move(snapshot);
     const MonitorSnapshot& latest = *latestSnapshot_;
     if (collaborators_.observeCollection) collaborators_.observeCollection(latest);
-    if (collaborators_.observeCloud && !isPreview_) collaborators_.observeCloud(latest);
+    if (collaborators_.observeCloud && !isPreview_) collaborators_.observeCloud(latestSnapshot_);
     if (collaborators_.updateFlame) collaborators_.updateFlame(latest);
     Roast roast = roastEngine_.make(latest, visibleUI() ? Rotation::allowed : Rotation::held);
     saveChoices();

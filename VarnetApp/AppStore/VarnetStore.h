@@ -40,7 +40,7 @@ struct StoreCollaborators {
     /// Badges and records; sees every snapshot.
     std::function<void(const MonitorSnapshot&)> observeCollection = {};
     /// Cloud backup; sees every live snapshot, after the collection.
-    std::function<void(const MonitorSnapshot&)> observeCloud = {};
+    std::function<void(const std::shared_ptr<const MonitorSnapshot>&)> observeCloud = {};
     /// The flame in the Dock and in the tray.
     std::function<void(const MonitorSnapshot&)> updateFlame = {};
     /// The machine's thermal state, 0 (nominal) to 3 (critical).

@@ -7,6 +7,9 @@
 #include "VarnetApp/Application/MenuBarLabel.h"
 #include "VarnetApp/Application/UnixSignals.h"
 #include "VarnetApp/Application/Windows.h"
+#include "VarnetApp/CloudStore/CloudBuild.h"
+#include "VarnetApp/CloudStore/CloudService.h"
+#include "VarnetApp/CloudStore/CloudStore.h"
 #include "VarnetApp/Components/Mascot/MascotPainter.h"
 #include "VarnetApp/Components/Theme.h"
 #include "VarnetApp/Engine/AppData.h"
@@ -19,14 +22,18 @@
 #include "VarnetApp/Platform/BatteryPower.h"
 #include "VarnetApp/Platform/DesktopTrash.h"
 #include "VarnetApp/Platform/FileOpening.h"
+#include "VarnetApp/Platform/Keychain.h"
 #include "VarnetApp/Platform/LoginItem.h"
 #include "VarnetApp/Platform/Notifications.h"
 #include "VarnetApp/Platform/SingleInstance.h"
 #include "VarnetApp/Platform/SleepWatch.h"
 #include "VarnetApp/Platform/TrayItem.h"
+#include "VarnetApp/StorageStore/BackgroundQueue.h"
 #include "VarnetApp/StorageStore/DiskStorageStore.h"
 #include "VarnetCore/Base/SerialQueue.h"
 #include "VarnetCore/Battery/BatteryTracker.h"
+#include "VarnetCore/Cloud/CloudExport.h"
+#include "VarnetCore/Cloud/CloudRecorder.h"
 #include "probes/SystemProbes.h"
 
 #include <QDir>
@@ -89,6 +96,7 @@ private:
     }
 
     void didFinishLaunching() {
+        cloud_.start();
         flame_.setPresence(flame_.keepInDock() ? DockFlame::Presence::regular
                                                : DockFlame::Presence::accessory);
         label_.show();
@@ -191,6 +199,10 @@ private:
          .collaborators = withCollection(
              collection_,
              {
+                 .observeCloud =
+                     [this](const std::shared_ptr<const MonitorSnapshot>& snapshot) {
+                         cloud_.observe(snapshot, collection_.archive());
+                     },
                  .updateFlame = [this](const MonitorSnapshot& snapshot) { flame_.update(snapshot); },
                  .thermalState = [this] { return thermalState(); },
                  .visibleUI = [this] { return windows_.anyVisible(); },
@@ -199,6 +211,24 @@ private:
                      return battery ? battery->warning : std::nullopt;
                  },
              })}};
+    // Without a service none of it is ever used, and then it costs nothing.
+    BackgroundQueue cloudQueue_;
+    std::unique_ptr<platform::Keychain> keychain_ = platform::makeKeychain();
+    CloudService cloudService_{{.endpoint = CloudBuild::endpoint(),
+                                .clock = clock_,
+                                .version = CloudBuild::version(),
+                                .systemVersion = CloudBuild::systemVersion()}};
+    CloudStore cloud_{
+        {.clock = clock_,
+         .mainQueue = mainQueue_,
+         .recorderQueue = cloudQueue_,
+         .service = cloudService_,
+         .keychain = *keychain_,
+         .keyFile = AppData::root() / "cloud" / "installation.json",
+         .recorder = std::make_shared<CloudRecorder>(AppData::root() / "cloud" / "outbox.sqlite", clock_),
+         .restoreCollection = [this](FlameArchive archive) {
+             return collection_.restore(CloudExport::merged(std::move(archive), collection_.archive()));
+         }}};
     // Each with a thread behind it once it is used. They end after the stores that post to them.
     BackgroundQueue storageJobs_;
     BackgroundQueue diskScans_;
@@ -233,7 +263,8 @@ private:
         {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }},
         fileOpening_.get(),
         &collection_,
-        &storage_};
+        &storage_,
+        &cloud_};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{

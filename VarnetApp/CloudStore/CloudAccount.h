@@ -26,6 +26,10 @@ struct CloudCredentials {
     /// Whose rows of the queue are meant: one account's archive of one generation.
     std::string scope() const;
 
+    static bool isMode(std::string_view text);
+    /// Whether news is to be queued: also not while the user's word to stop is still on its way.
+    bool backsUp() const;
+
     friend bool operator==(const CloudCredentials&, const CloudCredentials&) = default;
 };
 
@@ -43,8 +47,25 @@ struct CloudDevice {
 
 /// Why the service did not do what was asked.
 struct CloudServiceError {
+    // What the service says.
+    static constexpr const char* authorizationPending = "authorization_pending"; ///< the browser is not done
+    static constexpr const char* invalidToken = "invalid_token";                 ///< expired or taken back
+    static constexpr const char* archiveDeleted = "archive_deleted"; ///< there is nothing to add to any more
+    // What is said here: this build knows no service; it cannot be reached, or speaks of something else.
+    static constexpr const char* configuration = "configuration";
+    static constexpr const char* unavailable = "unavailable";
+
     std::string code;
     std::string message; ///< for the user
+
+    /// Nobody has answered, or with what cannot be understood.
+    static CloudServiceError noAnswer() {
+        return {unavailable, "Cloud is unavailable. Local monitoring continues."};
+    }
+    /// What the service gives as its reason; empty for what is none.
+    static std::optional<CloudServiceError> parse(std::string_view json);
+    /// The service itself has spoken.
+    bool isAnswer() const { return code != unavailable && code != configuration; }
 
     friend bool operator==(const CloudServiceError&, const CloudServiceError&) = default;
 };

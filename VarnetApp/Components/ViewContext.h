@@ -12,6 +12,7 @@ namespace varnet {
 
 class AppLocalization;
 class Clock;
+class CloudStore;
 class DiskStorageStore;
 class DockFlame;
 class FlameCollectionStore;
@@ -43,6 +44,7 @@ struct ViewContext {
     platform::FileOpening* files = nullptr;     ///< null: nobody opens addresses and shows files
     FlameCollectionStore* collection = nullptr; ///< null: no badges are kept
     DiskStorageStore* storage = nullptr;        ///< null: no page measures disks
+    CloudStore* cloud = nullptr;                ///< null: no account
 
     /// Makes the context known to an engine before it loads anything.
     void give(QQmlEngine& engine);

@@ -30,4 +30,8 @@ std::optional<FlameArchive> restoreCollection(std::string_view records);
 std::optional<std::vector<FlameDay>> restoreDays(std::string_view records);
 std::optional<BatteryArchive> restoreBattery(std::string_view records);
 
+/// What was restored, with what only the local collection has. Days are those of one zone: where the two
+/// keep different ones, the restored days stand alone.
+FlameArchive merged(FlameArchive restored, const FlameArchive& local);
+
 } // namespace varnet::CloudExport

@@ -1,8 +1,10 @@
 #include "VarnetCore/Cloud/CloudRecorder.h"
 
+#include "VarnetCore/Battery/BatteryTracker.h"
 #include "VarnetCore/Cloud/CloudExport.h"
 
 #include <iterator>
+#include <utility>
 
 namespace varnet {
 
@@ -23,8 +25,13 @@ CloudResult<CloudOutbox*> CloudRecorder::outbox() {
 }
 
 CloudResult<> CloudRecorder::capture(const MonitorSnapshot& snapshot, const FlameArchive& collection,
-                                     const BatteryArchive& battery, const std::string& scope) {
+                                     const std::string& scope) {
     std::vector<CloudItem> minutes = collector_.observe(snapshot);
+    if (std::exchange(scope_, scope) != scope) {
+        // Another archive: it begins with all there is, and minutes meant for the one before are not its own.
+        exported_.reset();
+        waiting_.clear();
+    }
     waiting_.insert(waiting_.end(), std::make_move_iterator(minutes.begin()),
                     std::make_move_iterator(minutes.end()));
     if (waiting_.size() > mostWaiting)
@@ -38,6 +45,8 @@ CloudResult<> CloudRecorder::capture(const MonitorSnapshot& snapshot, const Flam
     const Date now = clock_.now();
     const double since = exported_ ? now - *exported_ : exportInterval;
     if (since >= 0 && since < exportInterval) return {};
+    // A full copy of the battery's history, which only an export is worth.
+    const BatteryArchive battery = snapshot.battery ? snapshot.battery->archive.archive() : BatteryArchive{};
     const auto items = CloudExport::archive(
         collection, battery, exported_ ? std::optional(*exported_ - exportOverlap) : std::nullopt, now);
     if (!items) return std::unexpected(items.error());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "VarnetCore/Battery/BatteryArchive.h"
 #include "VarnetCore/Cloud/CloudAppCollector.h"
 #include "VarnetCore/Cloud/CloudOutbox.h"
 #include "VarnetCore/Hall/FlameArchive.h"
@@ -24,9 +23,10 @@ public:
     /// @param clock outlives the recorder
     CloudRecorder(std::filesystem::path file, const Clock& clock) : file_(std::move(file)), clock_(clock) {}
 
-    /// Queues what the snapshot and the local history have of news. What fails is tried again the next time.
+    /// Queues what the snapshot, its battery's history and the collection have of news. What fails is tried
+    /// again the next time.
     CloudResult<> capture(const MonitorSnapshot& snapshot, const FlameArchive& collection,
-                          const BatteryArchive& battery, const std::string& scope);
+                          const std::string& scope);
     CloudResult<CloudBatch> batch(const std::string& scope);
     CloudResult<> ack(const CloudBatch& batch, const std::string& scope);
     CloudResult<> discard(const std::string& scope);
@@ -38,6 +38,7 @@ private:
     const Clock& clock_;
     CloudAppCollector collector_;
     std::unique_ptr<CloudOutbox> outbox_;
+    std::string scope_;              ///< of the last capture; what follows is about it alone
     std::vector<CloudItem> waiting_; ///< minutes that could not be queued yet
     std::optional<Date> exported_;
 };

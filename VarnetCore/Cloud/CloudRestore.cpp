@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -217,6 +218,28 @@ std::optional<BatteryArchive> CloudExport::restoreBattery(std::string_view recor
     std::ranges::stable_sort(archive.health, byDate);
     std::ranges::stable_sort(archive.sessions, {}, &BatterySession::start);
     return archive;
+}
+
+FlameArchive CloudExport::merged(FlameArchive restored, const FlameArchive& local) {
+    restored.metrics.insert(local.metrics.begin(), local.metrics.end());
+    restored.unlocked.insert(local.unlocked.begin(), local.unlocked.end());
+    restored.records.insert(local.records.begin(), local.records.end());
+    restored.tools.insert(local.tools.begin(), local.tools.end());
+    restored.inspectedKinds.insert(local.inspectedKinds.begin(), local.inspectedKinds.end());
+    restored.creditedStops = local.creditedStops; // or a stop that the sums hold would count again
+    if (restored.timezone != local.timezone) return restored;
+    restored.qualifiedDays.insert(local.qualifiedDays.begin(), local.qualifiedDays.end());
+    restored.cleanupDays.insert(local.cleanupDays.begin(), local.cleanupDays.end());
+    for (const FlameDay& day : local.days) {
+        const auto same = std::ranges::find(restored.days, day.date, &FlameDay::date);
+        if (same == restored.days.end()) {
+            restored.days.push_back(day);
+        } else if (!same->topApp) {
+            same->topApp = day.topApp;
+        }
+    }
+    std::ranges::sort(restored.days, {}, &FlameDay::date);
+    return restored;
 }
 
 } // namespace varnet
