@@ -41,6 +41,11 @@ public:
         return file_.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     }
 
+    /// Whoever says beforehand that it is too much need not send it.
+    void judgeLength() {
+        if (reply_.header(QNetworkRequest::ContentLengthHeader).toLongLong() > mostBytes) reply_.abort();
+    }
+
     void take() {
         const QByteArray bytes = reply_.readAll();
         received_ += bytes.size();
@@ -82,6 +87,7 @@ void begin(QNetworkAccessManager& network, const ReleaseHost& host, const AppRel
         reply->abort();
         return then(std::nullopt);
     }
+    QObject::connect(reply, &QNetworkReply::metaDataChanged, fetch, &Fetch::judgeLength);
     QObject::connect(reply, &QNetworkReply::readyRead, fetch, &Fetch::take);
     QTimer::singleShot(longest, reply, &QNetworkReply::abort);
     QObject::connect(
