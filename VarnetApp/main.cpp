@@ -3,8 +3,10 @@
 #include "VarnetApp/Diagnostics/CommandLine.h"
 #include "VarnetApp/Diagnostics/Diagnostics.h"
 #include "VarnetApp/Diagnostics/DiskDiagnostics.h"
+#include "VarnetApp/Diagnostics/ReleaseFeedDiagnostic.h"
 #include "VarnetApp/Diagnostics/StorageDiagnostics.h"
 #include "VarnetApp/Previews/Previews.h"
+#include "VarnetApp/Updates/RunningCopy.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -42,6 +44,12 @@ int render(const varnet::CommandLine& line, int argc, char** argv) {
     return varnet::Previews::render(line.folder, language, QString::fromStdString(only));
 }
 
+int checkUpdate(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const varnet::RunningCopy copy = varnet::RunningCopy::get();
+    return varnet::ReleaseFeedDiagnostic::run({copy.releaseHost}, copy);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -60,6 +68,8 @@ int main(int argc, char** argv) {
         return 0;
     case CommandLine::Action::batteryDiagnose:
         return varnet::BatteryDiagnostics::run();
+    case CommandLine::Action::checkUpdate:
+        return checkUpdate(argc, argv);
     case CommandLine::Action::diskDiagnose:
         return varnet::DiskDiagnostics::run(line.folders);
     case CommandLine::Action::storageDiagnose:

@@ -56,12 +56,6 @@ void VarnetStore::setShowMenuCPU(bool shown) {
     emit menuChanged();
 }
 
-void VarnetStore::setAutomaticUpdateChecks(bool automatic) {
-    if (automatic == settings_.automaticUpdateChecks()) return;
-    settings_.setAutomaticUpdateChecks(automatic);
-    emit settingsChanged();
-}
-
 void VarnetStore::setNotifications(bool enabled) {
     if (!enabled || !notificationService_) {
         settings_.setNotifications(false);

@@ -38,10 +38,6 @@ public:
     bool keepInDock() const { return flag("keepInDock", false); }
     void setKeepInDock(bool value) { set("keepInDock", value); }
 
-    /// Whether the updater looks for new versions by itself; kept under the key that it has always had.
-    bool automaticUpdateChecks() const { return flag("SUEnableAutomaticChecks", true); }
-    void setAutomaticUpdateChecks(bool value) { set("SUEnableAutomaticChecks", value); }
-
     NotificationDates notificationDates() const;
     void setNotificationDates(const NotificationDates& dates);
 

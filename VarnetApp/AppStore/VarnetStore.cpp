@@ -73,6 +73,7 @@ VarnetStore::~VarnetStore() = default;
 void VarnetStore::start() {
     if (loop_ || isPreview_) return;
     emit appearanceChanged();
+    if (collaborators_.startUpdates) collaborators_.startUpdates();
     openFolderAccess();
     refreshLoginStatus();
     // Nothing runs on the engine's queue yet.

@@ -57,6 +57,8 @@ struct StoreCollaborators {
     std::function<void()> resetCollection = {};
     /// Why the battery history is not kept; empty: it is.
     std::function<std::optional<std::string>()> batteryWarning = {};
+    /// Begins to look for new versions.
+    std::function<void()> startUpdates = {};
 };
 
 /// The one observable object that everything on screen reads. Owns the engine and the sampling loop, decides
@@ -79,8 +81,6 @@ class VarnetStore : public QObject {
     Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY settingsChanged)
     Q_PROPERTY(bool showMenuCPU READ showMenuCPU WRITE setShowMenuCPU NOTIFY settingsChanged)
     Q_PROPERTY(bool notifications READ notifications NOTIFY settingsChanged)
-    Q_PROPERTY(bool automaticUpdateChecks READ automaticUpdateChecks WRITE setAutomaticUpdateChecks NOTIFY
-                   settingsChanged)
     Q_PROPERTY(bool canResetCollection READ canResetCollection CONSTANT)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin NOTIFY loginChanged)
     Q_PROPERTY(bool loginNeedsApproval READ loginNeedsApproval NOTIFY loginChanged)
@@ -193,8 +193,6 @@ public:
     void setShowMenuCPU(bool shown);
     bool notifications() const { return settings_.notifications(); }
     Q_INVOKABLE void setNotifications(bool enabled);
-    bool automaticUpdateChecks() const { return settings_.automaticUpdateChecks(); }
-    void setAutomaticUpdateChecks(bool automatic);
     bool launchAtLogin() const noexcept { return launchAtLogin_; }
     bool loginNeedsApproval() const noexcept { return loginNeedsApproval_; }
     QString loginError() const { return loginError_; }

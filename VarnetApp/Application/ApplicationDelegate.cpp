@@ -30,6 +30,8 @@
 #include "VarnetApp/Platform/TrayItem.h"
 #include "VarnetApp/StorageStore/BackgroundQueue.h"
 #include "VarnetApp/StorageStore/DiskStorageStore.h"
+#include "VarnetApp/Updates/AppUpdater.h"
+#include "VarnetApp/Updates/RunningCopy.h"
 #include "VarnetCore/Base/SerialQueue.h"
 #include "VarnetCore/Battery/BatteryTracker.h"
 #include "VarnetCore/Cloud/CloudExport.h"
@@ -93,6 +95,12 @@ private:
             windows_.setIcon(image.isNull() ? ownIcon() : QIcon(QPixmap::fromImage(image)));
         };
         windows_.setIcon(ownIcon());
+        // Nothing takes over while folders are being moved.
+        updater_.installationIsSafe = [this] { return !storage_.cleaning(); };
+        QObject::connect(&updater_, &AppUpdater::changed, &label_, [this] {
+            label_.setUpdateAvailable(updater_.availableVersion().has_value());
+            label_.setCanCheckForUpdates(updater_.canCheckForUpdates());
+        });
     }
 
     void didFinishLaunching() {
@@ -210,6 +218,7 @@ private:
                      const auto& battery = store_.latestSnapshot().battery;
                      return battery ? battery->warning : std::nullopt;
                  },
+                 .startUpdates = [this] { updater_.start(); },
              })}};
     // Without a service none of it is ever used, and then it costs nothing.
     BackgroundQueue cloudQueue_;
@@ -255,6 +264,18 @@ private:
                                    }},
                               wholeDisk_};
     DockFlame flame_{store_.settings()};
+    const RunningCopy copy_ = RunningCopy::get();
+    std::unique_ptr<UpdateFramework> updates_ = makeUpdateFramework(
+        copy_, {.clock = clock_,
+                .mainQueue = mainQueue_,
+                .defaults = &defaults_,
+                .folder = AppData::root() / "updates",
+                .reveal = [this](const std::string& archive) { return fileOpening_->revealFile(archive); }});
+    AppUpdater updater_{{.version = QString::fromStdString(copy_.version),
+                         .build = QString::number(copy_.build),
+                         .defaults = &defaults_,
+                         .mainQueue = &mainQueue_,
+                         .framework = updates_.get()}};
     ViewContext context_{
         store_,
         localization_,
@@ -264,6 +285,7 @@ private:
         fileOpening_.get(),
         &collection_,
         &storage_,
+        &updater_,
         &cloud_};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
@@ -275,6 +297,12 @@ private:
         {.openPanel = [this](std::optional<QPoint> at) { windows_.togglePanel(at); },
          .openMain = [this] { store_.navigate("overview"); },
          .openSettings = [this] { windows_.openSettings(); },
+         .checkForUpdates =
+             [this] {
+                 // Where the answer is seen.
+                 windows_.openSettings();
+                 updater_.checkForUpdates();
+             },
          .quit = [] { QCoreApplication::exit(); },
          .activationToken =
              [this](const std::string& token) { windows_.setActivationToken(QString::fromStdString(token)); },

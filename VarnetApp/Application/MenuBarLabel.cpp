@@ -15,7 +15,7 @@ namespace {
 /// Pixels of a side: the sizes that trays ask for, at one and two pixels a logical one.
 constexpr std::array<int, 5> traySizes{16, 22, 24, 32, 48};
 
-enum Entry { overview = 1, settings, separator, quit };
+enum Entry { overview = 1, settings, updates, separator, quit };
 
 platform::TrayImage trayImage(const QImage& drawn) {
     const QImage image = drawn.convertToFormat(QImage::Format_ARGB32);
@@ -56,6 +56,7 @@ void MenuBarLabel::show() {
             [this](int id) {
                 if (id == overview) actions_.openMain();
                 if (id == settings) actions_.openSettings();
+                if (id == updates) actions_.checkForUpdates();
                 if (id == quit) actions_.quit();
             },
         .activationToken = actions_.activationToken,
@@ -85,6 +86,12 @@ void MenuBarLabel::setUpdateAvailable(bool available) {
     renderFace();
 }
 
+void MenuBarLabel::setCanCheckForUpdates(bool possible) {
+    if (canCheckForUpdates_ == possible) return;
+    canCheckForUpdates_ = possible;
+    renderMenu();
+}
+
 void MenuBarLabel::renderFace() {
     item_.setIcon(imagesOf(flame_.trayExpression()));
 }
@@ -108,6 +115,7 @@ void MenuBarLabel::renderMenu() {
     item_.setMenu({
         {.id = overview, .label = text("Open overview")},
         {.id = settings, .label = text("Settings")},
+        {.id = updates, .label = text("Check for Updates"), .enabled = canCheckForUpdates_},
         {.id = separator, .label = {}, .separator = true},
         {.id = quit, .label = text("Quit Varnet")},
     });

@@ -27,6 +27,7 @@ public:
         std::function<void(std::optional<QPoint> at)> openPanel;
         std::function<void()> openMain;
         std::function<void()> openSettings;
+        std::function<void()> checkForUpdates;
         std::function<void()> quit;
         std::function<void(const std::string& token)> activationToken;
         std::function<void(bool hosted)> hostedChanged;
@@ -41,6 +42,8 @@ public:
 
     /// Marks the icon when there is a version to update to.
     void setUpdateAvailable(bool available);
+    /// Offers the user to look for one now.
+    void setCanCheckForUpdates(bool possible);
 
     /// What a screen reader says: "Varnet? 3 findings", always in the plural.
     QString accessibleName() const;
@@ -57,6 +60,7 @@ private:
     AppLocalization& localization_;
     const Actions actions_;
     bool updateAvailable_ = false;
+    bool canCheckForUpdates_ = false;
     std::map<FlameExpression, std::vector<platform::TrayImage>> images_; ///< drawn once each
 };
 

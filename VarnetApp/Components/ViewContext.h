@@ -11,6 +11,7 @@ class QQmlEngine;
 namespace varnet {
 
 class AppLocalization;
+class AppUpdater;
 class Clock;
 class CloudStore;
 class DiskStorageStore;
@@ -22,15 +23,10 @@ namespace platform {
 class FileOpening;
 }
 
-/// What views ask of the process and of its updater. An empty function: nobody is there to do it.
+/// What views ask of the process. An empty function: nobody is there to do it.
 struct ViewActions {
     std::function<void()> quit = {};
     std::function<void()> closePanel = {};
-    std::function<void()> checkForUpdates = {};
-    /// Opens the update that was found.
-    std::function<void()> openUpdate = {};
-    /// The version that can be updated to; empty: none.
-    std::function<QString()> availableVersion = {};
 };
 
 /// What views reach outside their own files. One lives as long as the application, or as a test; every engine
@@ -44,6 +40,7 @@ struct ViewContext {
     platform::FileOpening* files = nullptr;     ///< null: nobody opens addresses and shows files
     FlameCollectionStore* collection = nullptr; ///< null: no badges are kept
     DiskStorageStore* storage = nullptr;        ///< null: no page measures disks
+    AppUpdater* updater = nullptr;              ///< null: nothing is said of updates
     CloudStore* cloud = nullptr;                ///< null: no account
 
     /// Makes the context known to an engine before it loads anything.

@@ -20,6 +20,7 @@ Shows what keeps this machine busy, and which of it may go.
   --render-battery DIR     write pictures of the battery page in its states
   --render-storage DIR     write pictures of the storage page in its states
   --render-collection DIR  write pictures of the badges and of a week to share
+  --check-update           ask whether there is a newer version, print the answer
   --storage-diagnose [FOLDER...]
                            find the projects in the usual places and in these folders,
                            print what they occupy as one JSON object
@@ -62,6 +63,7 @@ constexpr std::array switches{
     Switch{"--battery-diagnose", Takes::nothing, Action::batteryDiagnose},
     Switch{"--render-battery", Takes::folder, Action::renderBattery},
     Switch{"--render-collection", Takes::folder, Action::renderCollection},
+    Switch{"--check-update", Takes::nothing, Action::checkUpdate},
     Switch{"--storage-diagnose", Takes::folders, Action::storageDiagnose},
     Switch{"--disk-diagnose", Takes::folders, Action::diskDiagnose},
     Switch{"--diagnose", Takes::nothing, Action::diagnose},

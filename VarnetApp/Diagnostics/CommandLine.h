@@ -21,6 +21,7 @@ struct CommandLine {
         benchmark,
         integration,
         renderCollection,
+        checkUpdate,
         renderPreviews,
         renderReports,
         help,

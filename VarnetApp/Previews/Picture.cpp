@@ -7,7 +7,9 @@
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Previews/PreparedCollection.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
+#include "VarnetApp/Previews/PreparedUpdates.h"
 #include "VarnetApp/StorageStore/DiskStorageStore.h"
+#include "VarnetApp/Updates/AppUpdater.h"
 #include "probes/SystemProbes.h"
 
 #include <QCoreApplication>
@@ -70,7 +72,10 @@ struct Stage {
                    .preview = true},
                   wholeDisk),
           flame(store.settings()),
-          context{store, localization, clock, &flame, picture.actions, nullptr, &collection, &storage} {}
+          updater(
+              {.version = "1.3.0", .mainQueue = &queue, .framework = picture.updates ? &updates : nullptr}),
+          context{store,   localization, clock,    &flame,  picture.actions,
+                  nullptr, &collection,  &storage, &updater} {}
 
     SystemProbes probes;
     StillClock clock;
@@ -81,6 +86,8 @@ struct Stage {
     WholeDiskStore wholeDisk;
     DiskStorageStore storage;
     DockFlame flame;
+    PreparedUpdates updates;
+    AppUpdater updater;
     ViewContext context;
 };
 
@@ -102,6 +109,8 @@ QImage paint(const Picture& picture, Look look, double scale, const QString& lan
     if (picture.prepare) picture.prepare(stage.store);
     if (picture.storage) picture.storage(stage.storage);
     if (picture.deed) picture.deed(stage.collection);
+    stage.updater.start();
+    if (picture.updates) picture.updates(stage.updates);
 
     QQuickRenderControl control;
     QQuickWindow window(&control);

@@ -18,6 +18,7 @@ class FlameCollectionStore;
 struct FlameArchive;
 struct MonitorSnapshot;
 class DiskStorageStore;
+class PreparedUpdates;
 class VarnetStore;
 
 /// One picture of a view: which, of what, and how large.
@@ -40,6 +41,8 @@ struct Picture {
     std::function<void(FlameCollectionStore&)> deed = {};
     /// Sets up what the storage page shows; empty: nothing was ever scanned.
     std::function<void(DiskStorageStore&)> storage = {};
+    /// What has come of updates; empty: a copy that there are none for.
+    std::function<void(PreparedUpdates&)> updates = {};
 };
 
 enum class Look { dark, light };

@@ -6,6 +6,7 @@
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 #include "VarnetApp/Previews/StorageScreens.h"
+#include "VarnetApp/Previews/UpdateScreens.h"
 #include "VarnetApp/Previews/WholeDiskScreens.h"
 
 #include <QMetaObject>
@@ -150,11 +151,6 @@ std::vector<Picture> screens() {
          .onboarded = false},
         {"components", "Gallery", {1040, 1164}, busy},
         {"panel", "MenuPanel", panel, busy},
-        {.name = "panel-update",
-         .view = "MenuPanel",
-         .size = panel,
-         .data = manyFindings,
-         .actions = {.checkForUpdates = [] {}, .availableVersion = [] { return QString("1.4.0"); }}},
         {"panel-calm", "MenuPanel", panel, calm},
         {"panel-gathering", "MenuPanel", panel, gathering},
         {"panel-error", "MenuPanel", panel, failing},
@@ -168,7 +164,8 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (auto* const room : {listScreens, batteryScreens, hallScreens, storageScreens, wholeDiskScreens})
+    for (auto* const room :
+         {listScreens, batteryScreens, hallScreens, storageScreens, updateScreens, wholeDiskScreens})
         for (Picture& picture : room())
             pictures.push_back(std::move(picture));
     return pictures;

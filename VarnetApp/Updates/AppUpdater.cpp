@@ -14,17 +14,21 @@ constexpr const char* olderKey = "automaticUpdateChecks";
 
 } // namespace
 
-AppUpdater::AppUpdater(Setup setup, QObject* parent) : QObject(parent), setup_(std::move(setup)) {}
+AppUpdater::AppUpdater(Setup setup, QObject* parent) : QObject(parent), setup_(std::move(setup)) {
+    // A private copy checks for nothing, but keeps the choice for one that does.
+    if (!setup_.framework && setup_.defaults)
+        automaticEnabled_ = setup_.defaults->value(ownKey, automaticEnabled_).toBool();
+}
 
 void AppUpdater::start() {
     if (!setup_.framework) {
-        setMessage("Private preview. Public updates are disabled in this copy.");
+        say("Private preview. Public updates are disabled in this copy.");
         return;
     }
     if (started_) return;
     configure();
     if (const auto error = setup_.framework->start()) {
-        setMessage("Couldn’t start software updates. " + *error);
+        say("Couldn’t start software updates. " + *error);
     } else {
         started_ = true;
     }
@@ -42,21 +46,11 @@ void AppUpdater::configure() {
     }
     setup_.framework->listen({
         .didFindValidUpdate =
-            [this](const QString& version) {
-                availableVersion_ = version;
-                setMessage("Version " + version + " is ready to install.");
-                emit changed();
-            },
-        .didNotFindUpdate =
-            [this] {
-                availableVersion_.reset();
-                setMessage("You’re up to date. Version " + setup_.version);
-                emit changed();
-            },
-        .willDownloadUpdate =
-            [this](const QString& version) { setMessage("Downloading version " + version); },
-        .didExtractUpdate = [this] { setMessage("Ready to install. The app will restart automatically."); },
-        .didAbort = [this] { setMessage("Couldn’t finish the update. Try again when you’re ready."); },
+            [this](const QString& version) { say("Version " + version + " is ready to install.", version); },
+        .didNotFindUpdate = [this] { say("You’re up to date. Version " + setup_.version, std::nullopt); },
+        .willDownloadUpdate = [this](const QString& version) { say("Downloading version " + version); },
+        .didExtractUpdate = [this] { say("Ready to install. The app will restart automatically."); },
+        .didAbort = [this] { say("Couldn’t finish the update. Try again when you’re ready."); },
         .shouldPostponeRelaunch =
             [this](std::function<void()> takeOver) { return postpone(std::move(takeOver)); },
         .stateChanged = [this] { refreshState(); },
@@ -78,7 +72,15 @@ void AppUpdater::refreshState() {
 }
 
 void AppUpdater::checkForUpdates() {
-    if (setup_.framework && started_) setup_.framework->checkForUpdates();
+    if (!setup_.framework || !started_) return;
+    emit asked();
+    setup_.framework->checkForUpdates();
+}
+
+void AppUpdater::openUpdate() {
+    if (!setup_.framework || !started_) return;
+    emit asked();
+    setup_.framework->openUpdate();
 }
 
 void AppUpdater::setAutomaticEnabled(bool automatic) {
@@ -94,9 +96,8 @@ void AppUpdater::setAutomaticEnabled(bool automatic) {
 
 bool AppUpdater::postpone(std::function<void()> takeOver) {
     if (installationIsSafe()) return false;
-    setMessage("Finishing the current cleanup before restarting…");
-    takeOver_ = std::move(takeOver);
-    askAgain();
+    say("Finishing the current cleanup before restarting…");
+    if (!std::exchange(takeOver_, std::move(takeOver))) askAgain();
     return true;
 }
 
@@ -111,9 +112,14 @@ void AppUpdater::askAgain() {
     });
 }
 
-void AppUpdater::setMessage(const QString& message) {
-    if (message_ == message) return;
+void AppUpdater::say(const QString& message) {
+    say(message, availableVersion_);
+}
+
+void AppUpdater::say(const QString& message, std::optional<QString> available) {
+    if (message_ == message && availableVersion_ == available) return;
     message_ = message;
+    availableVersion_ = std::move(available);
     emit changed();
 }
 

@@ -18,9 +18,6 @@ namespace varnet {
 /// moved. Main thread only.
 class AppUpdater : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QString message READ message NOTIFY changed)
-    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY changed)
-    Q_PROPERTY(bool automaticEnabled READ automaticEnabled WRITE setAutomaticEnabled NOTIFY changed)
 
 public:
     struct Setup {
@@ -35,8 +32,10 @@ public:
 
     /// Begins, once.
     void start();
-    /// The user asks for a look, or for the version that was found.
-    Q_INVOKABLE void checkForUpdates();
+    /// The user asks for a look.
+    void checkForUpdates();
+    /// The user wants the version that was found.
+    void openUpdate();
 
     const QString& version() const noexcept { return setup_.version; }
     const QString& build() const noexcept { return setup_.build; }
@@ -54,6 +53,8 @@ public:
 
 signals:
     void changed();
+    /// The user has asked for something and will want to see what comes of it.
+    void asked();
 
 private:
     /// Seconds from one question whether it is safe to the next.
@@ -61,7 +62,8 @@ private:
 
     void configure();
     void refreshState();
-    void setMessage(const QString& message);
+    void say(const QString& message);
+    void say(const QString& message, std::optional<QString> available);
     bool postpone(std::function<void()> takeOver);
     void askAgain();
 

@@ -9,7 +9,17 @@
 
 #include <QString>
 
+#include <filesystem>
+#include <memory>
+#include <string>
+
+class QSettings;
+
 namespace varnet {
+
+class Clock;
+class SerialQueue;
+struct RunningCopy;
 
 /// What finds, fetches and hands over new versions on a platform. Main thread only; nothing waits for the
 /// network.
@@ -40,8 +50,23 @@ public:
     virtual void setAutomaticallyChecksForUpdates(bool automatic) = 0;
     virtual std::optional<Date> lastUpdateCheckDate() const = 0;
 
-    /// The user asks. A version that was found before is fetched.
+    /// The user asks for a look.
     virtual void checkForUpdates() = 0;
+    /// The user wants the version that was found.
+    virtual void openUpdate() = 0;
 };
+
+/// What updates need of the program; all of it outlives them.
+struct UpdateNeeds {
+    const Clock& clock;
+    SerialQueue& mainQueue;
+    QSettings* defaults = nullptr; ///< null: choices and dates are not kept
+    std::filesystem::path folder;  ///< that archives are fetched into; nobody else's
+    /// Shows a file to the user; false: it could not.
+    std::function<bool(const std::string& path)> reveal = {};
+};
+
+/// The platform's own; null for a copy that no releases are announced for.
+std::unique_ptr<UpdateFramework> makeUpdateFramework(const RunningCopy& copy, UpdateNeeds needs);
 
 } // namespace varnet

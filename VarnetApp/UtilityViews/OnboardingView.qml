@@ -10,6 +10,8 @@ FocusScope {
     readonly property bool low: height < 660
     property bool login: true
 
+    UpdateModel { id: updates }
+
     Component.onCompleted: start.forceActiveFocus(Qt.TabFocusReason)
 
     Rectangle {
@@ -115,8 +117,8 @@ FocusScope {
                         width: parent.width
                         title: Words.text("Check for updates daily")
                         note: Words.text("Update checks only. No process data sent.")
-                        turnedOn: Store.automaticUpdateChecks
-                        onWanted: (on) => Store.automaticUpdateChecks = on
+                        turnedOn: updates.automatic
+                        onWanted: (on) => updates.automatic = on
                     }
                     ToggleRow {
                         objectName: "login"

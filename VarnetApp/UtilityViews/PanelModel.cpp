@@ -3,7 +3,9 @@
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Localization/Figures.h"
+#include "VarnetApp/Updates/AppUpdater.h"
 #include "VarnetApp/UtilityViews/PanelOrder.h"
+#include "VarnetApp/UtilityViews/UpdateTexts.h"
 
 #include <algorithm>
 
@@ -27,6 +29,7 @@ void PanelModel::begin() {
     connect(&store(), &VarnetStore::snapshotChanged, this, &PanelModel::refresh);
     connect(&store(), &VarnetStore::roastChanged, this, &PanelModel::refresh);
     connect(&context().localization, &AppLocalization::languageChanged, this, &PanelModel::refresh);
+    if (context().updater) connect(context().updater, &AppUpdater::changed, this, &PanelModel::refresh);
     refresh();
 }
 
@@ -35,11 +38,10 @@ PanelModel::Shown PanelModel::read() const {
     const Roast& roast = store().roast();
     const Figures figures(context().localization.locale());
     Shown shown;
-    if (context().actions.availableVersion) {
-        const QString version = context().actions.availableVersion();
-        if (!version.isEmpty()) shown.update = "Version " + version + " available";
+    if (const AppUpdater* const updater = context().updater) {
+        shown.update = UpdateTexts::available(updater->availableVersion());
+        shown.canCheckForUpdates = updater->canCheckForUpdates();
     }
-    shown.canCheckForUpdates = context().actions.checkForUpdates != nullptr;
     shown.headline = QString::fromStdString(roast.headline);
     const auto face = rawValue(FlameFace::state(roast.mood, roast.characterTopic));
     shown.expression = QString::fromUtf8(face.data(), static_cast<qsizetype>(face.size()));
@@ -107,12 +109,20 @@ void PanelModel::openSettings() {
     call(store().openSettings);
 }
 
+void PanelModel::ask(void (AppUpdater::*what)()) {
+    AppUpdater* const updater = context().updater;
+    if (!updater) return;
+    // Where the answer is seen. The panel may be on its way out then.
+    call(store().openSettings);
+    (updater->*what)();
+}
+
 void PanelModel::openUpdate() {
-    call(context().actions.openUpdate);
+    ask(&AppUpdater::openUpdate);
 }
 
 void PanelModel::checkForUpdates() {
-    call(context().actions.checkForUpdates);
+    ask(&AppUpdater::checkForUpdates);
 }
 
 void PanelModel::quit() {

@@ -86,6 +86,7 @@ private:
 
     void refresh();
     Shown read() const;
+    void ask(void (AppUpdater::*what)());
 
     std::vector<std::string> pinnedOrder_; ///< ids; empty: the first groups are shown
     Shown shown_;

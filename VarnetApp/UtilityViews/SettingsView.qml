@@ -34,8 +34,17 @@ FocusScope {
             return false;
         }
 
+        // Brings the answer to a question into view, also while the window still finds its size.
+        function revealUpdates(): void {
+            if (updates.asked)
+                contentY = Math.max(0, Math.min(updates.y + groups.y - 28, contentHeight - height));
+        }
+
         objectName: "page"
         anchors.fill: parent
+        onHeightChanged: revealUpdates()
+        onContentHeightChanged: revealUpdates()
+        onMovementStarted: updates.asked = false
         contentHeight: groups.implicitHeight + 56
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: ScrollThumb {}
@@ -312,6 +321,12 @@ FocusScope {
                         onClicked: confirmCollectionReset.open()
                     }
                 }
+            }
+
+            UpdateSettings {
+                id: updates
+                width: parent.width
+                onAskedChanged: page.revealUpdates()
             }
         }
     }

@@ -7,7 +7,9 @@ list(
     UtilityViews/PanelRows.cpp
     UtilityViews/SettingsModel.cpp
     UtilityViews/SettingsRows.cpp
-    UtilityViews/SettingsTexts.cpp)
+    UtilityViews/SettingsTexts.cpp
+    UtilityViews/UpdateModel.cpp
+    UtilityViews/UpdateTexts.cpp)
 list(
     APPEND
     views_qml
@@ -27,4 +29,5 @@ list(
     UtilityViews/Promise.qml
     UtilityViews/SettingsGroup.qml
     UtilityViews/SettingsView.qml
-    UtilityViews/UpdateRow.qml)
+    UtilityViews/UpdateRow.qml
+    UtilityViews/UpdateSettings.qml)

@@ -41,7 +41,9 @@ EXCEPTIONS = {
     "Figma", "Development", "PNG (*.png)", "My-week-lightly-roasted.png", "PNG",
     " server",  # names what listens, behind the name of its program
     # file names and folders
-    "Package.swift", "Cargo.toml", "Gemfile", "Library", "VarnetPreview",
+    "Package.swift", "Cargo.toml", "Gemfile", "Library", "VarnetPreview", "Varnet-",
+    # words of a protocol
+    "Accept-Encoding",
     # a roast
     "Let me investigate this shit.", "Cabin crew, prepare for localhost.",
     # for whoever runs the program in a terminal, or builds it

@@ -204,6 +204,12 @@ TEST_F(ProgramTest, withoutADisplayItPrintsALiveReading) {
     EXPECT_NE(outcome.output.find("Busiest"), std::string::npos) << outcome.output;
 }
 
+TEST_F(ProgramTest, aPrivateCopyHasNowhereToLookForUpdates) {
+    const Outcome outcome = run("--check-update");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "Update check failed: no release host is configured\n");
+}
+
 TEST_F(ProgramTest, badUsageIsNamedWithAHint) {
     const Outcome outcome = run("--diagnosis");
     EXPECT_EQ(outcome.status, 2);

@@ -12,7 +12,7 @@ TEST_F(OnboardingTests, returnAloneFinishesItWithWhatIsProposed) {
     key(Qt::Key_Return);
     EXPECT_TRUE(store().hasOnboarded());
     EXPECT_EQ(fakes.loginItem.now, LoginItemStatus::enabled);
-    EXPECT_TRUE(store().automaticUpdateChecks());
+    EXPECT_TRUE(updates.automatic);
 }
 
 TEST_F(OnboardingTests, whatIsSwitchedOffStaysOff) {
@@ -24,11 +24,19 @@ TEST_F(OnboardingTests, whatIsSwitchedOffStaysOff) {
     EXPECT_EQ(fakes.loginItem.now, LoginItemStatus::enabled) << "nothing changes before the button";
     clickOn(knownItem(QAccessible::Button, "Start using the app"));
     EXPECT_EQ(fakes.loginItem.now, LoginItemStatus::notRegistered);
-    EXPECT_FALSE(store().automaticUpdateChecks());
+    EXPECT_FALSE(updates.automatic);
     fakes.defaults.sync();
     renew();
     EXPECT_TRUE(store().hasOnboarded());
-    EXPECT_FALSE(store().automaticUpdateChecks()) << "after the next start too";
+}
+
+TEST_F(OnboardingTests, aPrivateCopyRemembersThatUpdatesAreUnwanted) {
+    privateCopy = true;
+    open("OnboardingView", {1040, 720});
+    clickOn(knownItem(QAccessible::CheckBox, "Check for updates daily"));
+    renew();
+    open("OnboardingView", {1040, 720});
+    EXPECT_FALSE(known(QAccessible::CheckBox, "Check for updates daily")->state().checked);
 }
 
 } // namespace varnet::test

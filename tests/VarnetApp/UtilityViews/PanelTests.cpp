@@ -138,23 +138,18 @@ TEST_F(PanelTests, escapeClosesTheMenuFirstAndThenThePanel) {
 }
 
 TEST_F(PanelTests, theUpdateIsOfferedOnceThereIsOne) {
-    QString version;
-    int opened = 0;
-    int checks = 0;
-    actions.availableVersion = [&] { return version; };
-    actions.openUpdate = [&] { ++opened; };
-    actions.checkForUpdates = [&] { ++checks; };
-    store().start();
+    int settings = 0;
+    store().openSettings = [&] { ++settings; };
     open("MenuPanel", {340, 560});
     EXPECT_FALSE(item("update")->isVisible());
-    version = "1.4.0";
-    work(4);
+    updates.handlers.didFindValidUpdate("1.4.0");
     clickOn(knownItem(QAccessible::Button, "Version 1.4.0 available"));
-    EXPECT_EQ(opened, 1);
+    EXPECT_EQ(updates.openings, 1);
     clickOn(item("more"));
     ASSERT_TRUE(QTest::qWaitFor([&] { return object("moreMenu")->property("opened").toBool(); }));
     clickOn(item("checkForUpdates"));
-    EXPECT_EQ(checks, 1);
+    EXPECT_EQ(updates.checks, 1);
+    EXPECT_EQ(settings, 2) << "where the answers are seen";
 }
 
 TEST_F(PanelTests, growsToItsLimitAndScrollsFromThere) {

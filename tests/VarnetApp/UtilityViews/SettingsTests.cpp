@@ -57,6 +57,7 @@ TEST_F(SettingsTests, everyToggleAnswersSpaceAndThePointer) {
         {"Notify me about sustained issues", [this] { return store().notifications(); }},
         {"React to my Mac’s activity", [this] { return store().settings().dynamicDockFlame(); }},
         {"Keep in Dock when the window closes", [this] { return store().settings().keepInDock(); }},
+        {"Automatically check for updates", [this] { return updates.automatic; }},
     };
     open("SettingsView", window);
     for (const Row& row : rows) {
@@ -89,12 +90,13 @@ TEST_F(SettingsTests, theKeyboardReachesEverythingAndBringsItIntoView) {
         const QRectF place = current->mapRectToScene({0, 0, current->width(), current->height()});
         EXPECT_TRUE(QRectF(0, 0, 480, 400).contains(place)) << focusedName().toStdString();
     }
-    EXPECT_EQ(reached, QStringList({"English", "System", "Launch at login", "Show whole Mac CPU in menu bar",
-                                    "Notify me about sustained issues", "React to my Mac’s activity",
-                                    "Keep in Dock when the window closes", "Allow access", "Recent actions",
-                                    "Restore Similar finding " + knownMoment(30),
-                                    "Restore High CPU finding " + knownMoment(90), "Clear history",
-                                    "Open collection", "Reset collection"}));
+    EXPECT_EQ(reached,
+              QStringList({"English", "System", "Launch at login", "Show whole Mac CPU in menu bar",
+                           "Notify me about sustained issues", "React to my Mac’s activity",
+                           "Keep in Dock when the window closes", "Allow access", "Recent actions",
+                           "Restore Similar finding " + knownMoment(30),
+                           "Restore High CPU finding " + knownMoment(90), "Clear history", "Open collection",
+                           "Reset collection", "Check for Updates", "Automatically check for updates"}));
 }
 
 TEST_F(SettingsTests, cancellingAnAlertChangesNothingAndConfirmingActs) {
@@ -198,6 +200,39 @@ TEST_F(SettingsTests, recentActionsOpenInPlace) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return known(QAccessible::ListItem, action) != nullptr; }));
     clickOn(knownItem(QAccessible::Button, "Recent actions"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return known(QAccessible::ListItem, action) == nullptr; }));
+}
+
+TEST_F(SettingsTests, anUpdateIsLookedForFoundAndFetched) {
+    open("SettingsView", {640, 1400});
+    clickOn(knownItem(QAccessible::Button, "Check for Updates"));
+    EXPECT_EQ(updates.checks, 1);
+    updates.busy = true;
+    updates.lastCheck = fakes.clock.now();
+    updates.handlers.stateChanged();
+    EXPECT_FALSE(item("checkForUpdates")->isEnabled());
+    EXPECT_NE(known(QAccessible::Indicator, "Already on it."), nullptr);
+    updates.busy = false;
+    updates.handlers.stateChanged();
+    updates.handlers.didFindValidUpdate("1.4.0");
+    QAccessibleInterface* const row = known(QAccessible::Grouping, "Version 1.4.0 is ready to install.");
+    ASSERT_NE(row, nullptr);
+    EXPECT_TRUE(row->text(QAccessible::Description).startsWith("Last checked "));
+    view().grabWindow();
+    clickOn(knownItem(QAccessible::Button, "Version 1.4.0 available"));
+    EXPECT_EQ(updates.openings, 1);
+}
+
+TEST_F(SettingsTests, anAnswerAskedForElsewhereComesIntoView) {
+    store().start();
+    show("SettingsView { objectName: \"view\"; anchors.fill: parent }");
+    updater().checkForUpdates(); // the window has not found its size yet
+    view().resize(window);
+    const auto seen = [this] {
+        const QQuickItem* const button = item("checkForUpdates");
+        return QRectF({}, window).contains(button->mapRectToScene({0, 0, button->width(), button->height()}));
+    };
+    view().grabWindow();
+    EXPECT_TRUE(QTest::qWaitFor(seen));
 }
 
 TEST_F(SettingsTests, arrowsChooseLanguageAndAppearance) {

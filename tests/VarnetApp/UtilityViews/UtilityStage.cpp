@@ -24,13 +24,24 @@ QAccessibleInterface* search(QAccessibleInterface* one, QAccessible::Role role, 
 void UtilityStage::prepare(QQmlEngine& engine) {
     if (!context_) {
         flame_.emplace(store().settings());
-        context_.emplace(ViewContext{store(), fakes.localization, fakes.clock, &*flame_, actions});
+        updater_.emplace(AppUpdater::Setup{.version = "1.3.0",
+                                           .defaults = &fakes.defaults,
+                                           .mainQueue = &fakes.queue,
+                                           .framework = privateCopy ? nullptr : &updates});
+        updater_->start();
+        context_.emplace(ViewContext{.store = store(),
+                                     .localization = fakes.localization,
+                                     .clock = fakes.clock,
+                                     .dockFlame = &*flame_,
+                                     .actions = actions,
+                                     .updater = &*updater_});
     }
     context_->give(engine);
 }
 
 void UtilityStage::renew() {
     context_.reset();
+    updater_.reset();
     flame_.reset();
     fakes.open();
 }
@@ -38,6 +49,7 @@ void UtilityStage::renew() {
 void UtilityStage::TearDown() {
     ControlStage::TearDown();
     context_.reset();
+    updater_.reset();
     flame_.reset();
 }
 

@@ -2,8 +2,10 @@
 
 #include "VarnetApp/Application/DockFlame.h"
 #include "VarnetApp/Components/ViewContext.h"
+#include "VarnetApp/Updates/AppUpdater.h"
 #include "tests/VarnetApp/AppStore/StoreOnFakes.h"
 #include "tests/VarnetApp/Components/ControlStage.h"
+#include "tests/VarnetApp/Updates/FakeUpdateFramework.h"
 
 #include <QAccessible>
 
@@ -31,12 +33,16 @@ protected:
     QString focusedName() const;
 
     VarnetStore& store() { return *fakes.store; }
+    AppUpdater& updater() { return *updater_; }
 
     StoreOnFakes fakes;
     ViewActions actions;
+    FakeUpdateFramework updates;
+    bool privateCopy = false; ///< there are no updates for it
 
 private:
     std::optional<DockFlame> flame_;
+    std::optional<AppUpdater> updater_;
     std::optional<ViewContext> context_;
 };
 
