@@ -39,7 +39,7 @@ int render(const varnet::CommandLine& line, int argc, char** argv) {
         return varnet::Previews::renderCollection(line.folder, language);
     if (line.action == Action::renderStorage) return varnet::Previews::renderStorage(line.folder, language);
     if (line.action == Action::renderReports) return varnet::Previews::renderReports(line.folder, language);
-    if (line.action == Action::renderStorage) return varnet::Previews::renderStorage(line.folder, language);
+    if (line.action == Action::renderCloud) return varnet::Previews::renderCloud(line.folder, language);
     const std::string only = line.action == Action::renderBattery ? "battery" : line.only;
     return varnet::Previews::render(line.folder, language, QString::fromStdString(only));
 }
@@ -81,6 +81,7 @@ int main(int argc, char** argv) {
     case CommandLine::Action::integration:
         return varnet::Diagnostics::integration();
     case CommandLine::Action::renderBattery:
+    case CommandLine::Action::renderCloud:
     case CommandLine::Action::renderCollection:
     case CommandLine::Action::renderPreviews:
     case CommandLine::Action::renderReports:

@@ -276,17 +276,19 @@ private:
                          .defaults = &defaults_,
                          .mainQueue = &mainQueue_,
                          .framework = updates_.get()}};
-    ViewContext context_{
-        store_,
-        localization_,
-        clock_,
-        &flame_,
-        {.quit = [] { QCoreApplication::exit(); }, .closePanel = [this] { windows_.closePanel(); }},
-        fileOpening_.get(),
-        &collection_,
-        &storage_,
-        &updater_,
-        &cloud_};
+    ViewContext context_{store_,
+                         localization_,
+                         clock_,
+                         &flame_,
+                         {.quit = [] { QCoreApplication::exit(); },
+                          .closePanel = [this] { windows_.closePanel(); },
+                          .openCloud = [this] { windows_.openCloud(); },
+                          .openFeedback = [this] { windows_.openFeedback(); }},
+                         fileOpening_.get(),
+                         &collection_,
+                         &storage_,
+                         &updater_,
+                         &cloud_};
     Windows windows_{context_, flame_, &defaults_};
     LaunchPresentation presentation_;
     MenuBarLabel label_{
@@ -303,6 +305,7 @@ private:
                  windows_.openSettings();
                  updater_.checkForUpdates();
              },
+         .sendFeedback = [this] { windows_.openFeedback(); },
          .quit = [] { QCoreApplication::exit(); },
          .activationToken =
              [this](const std::string& token) { windows_.setActivationToken(QString::fromStdString(token)); },

@@ -15,7 +15,7 @@ namespace {
 /// Pixels of a side: the sizes that trays ask for, at one and two pixels a logical one.
 constexpr std::array<int, 5> traySizes{16, 22, 24, 32, 48};
 
-enum Entry { overview = 1, settings, updates, separator, quit };
+enum Entry { overview = 1, settings, updates, feedback, separator, quit };
 
 platform::TrayImage trayImage(const QImage& drawn) {
     const QImage image = drawn.convertToFormat(QImage::Format_ARGB32);
@@ -57,6 +57,7 @@ void MenuBarLabel::show() {
                 if (id == overview) actions_.openMain();
                 if (id == settings) actions_.openSettings();
                 if (id == updates) actions_.checkForUpdates();
+                if (id == feedback) actions_.sendFeedback();
                 if (id == quit) actions_.quit();
             },
         .activationToken = actions_.activationToken,
@@ -116,6 +117,7 @@ void MenuBarLabel::renderMenu() {
         {.id = overview, .label = text("Open overview")},
         {.id = settings, .label = text("Settings")},
         {.id = updates, .label = text("Check for Updates"), .enabled = canCheckForUpdates_},
+        {.id = feedback, .label = text("Send feedback")},
         {.id = separator, .label = {}, .separator = true},
         {.id = quit, .label = text("Quit Varnet")},
     });

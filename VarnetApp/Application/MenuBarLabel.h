@@ -28,6 +28,7 @@ public:
         std::function<void()> openMain;
         std::function<void()> openSettings;
         std::function<void()> checkForUpdates;
+        std::function<void()> sendFeedback;
         std::function<void()> quit;
         std::function<void(const std::string& token)> activationToken;
         std::function<void(bool hosted)> hostedChanged;

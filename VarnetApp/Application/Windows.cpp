@@ -2,6 +2,7 @@
 
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Components/Theme.h"
+#include "VarnetApp/Localization/AppLocalization.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -21,7 +22,6 @@ namespace {
 
 constexpr QSize mainSize{1040, 720};
 constexpr QSize leastMainSize{720, 520};
-constexpr QSize settingsSize{640, 720};
 constexpr int panelWidth = 340;
 constexpr int panelMargin = 8; ///< pixels between the panel and the screen's edge
 /// A development aid: with it set, each frame that a window shows is told on standard error.
@@ -42,12 +42,15 @@ Windows::Windows(ViewContext& context, DockFlame& flame, QSettings* defaults, QO
 
 Windows::~Windows() {
     flame_.hasMainWindow = {};
-    for (QPointer<QQuickView>* view : {&main_, &panel_, &settings_})
-        delete view->data();
+    delete main_.data();
+    delete panel_.data();
+    for (Beside* const window : beside_)
+        delete window->view.data();
 }
 
 bool Windows::anyVisible() const {
-    return shows(main_) || shows(panel_) || shows(settings_);
+    return shows(main_) || shows(panel_) ||
+           std::ranges::any_of(beside_, [](const Beside* window) { return shows(window->view); });
 }
 
 QQuickView* Windows::makeView(const QString& type, const QString& title) {
@@ -56,7 +59,9 @@ QQuickView* Windows::makeView(const QString& type, const QString& title) {
         context_.give(*engine_);
     }
     auto* const view = new QQuickView(engine_.get(), nullptr);
-    view->setTitle(title);
+    const auto name = [this, view, title] { view->setTitle(context_.localization.text(title)); };
+    name();
+    connect(&context_.localization, &AppLocalization::languageChanged, view, name);
     view->setIcon(icon_);
     view->setColor(Theme::shared().bg());
     view->setResizeMode(QQuickView::SizeRootObjectToView);
@@ -106,18 +111,30 @@ void Windows::openMain() {
     emit visibilityChanged();
 }
 
-void Windows::openSettings() {
+void Windows::openBeside(Beside& window) {
     closePanel();
-    if (!settings_) {
-        settings_ = makeView("SettingsView", "Settings");
-        settings_->resize(settingsSize);
-        settings_->setMinimumSize({480, 400});
-        settings_->setFlag(Qt::Dialog);
+    if (!window.view) {
+        window.view = makeView(window.type, window.title);
+        window.view->resize(window.size);
+        window.view->setMinimumSize(window.least);
+        window.view->setFlag(Qt::Dialog);
     }
-    context_.store.settingsVisible = true;
     context_.store.publishLatest();
-    showView(*settings_);
+    showView(*window.view);
     emit visibilityChanged();
+}
+
+void Windows::openSettings() {
+    context_.store.settingsVisible = true;
+    openBeside(settings_);
+}
+
+void Windows::openCloud() {
+    openBeside(cloud_);
+}
+
+void Windows::openFeedback() {
+    openBeside(feedback_);
 }
 
 void Windows::togglePanel(std::optional<QPoint> near) {
@@ -174,7 +191,9 @@ void Windows::drop(QPointer<QQuickView>& view) {
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (main_ || panel_ || settings_) return;
+            if (main_ || panel_ ||
+                std::ranges::any_of(beside_, [](const Beside* window) { return bool(window->view); }))
+                return;
             engine_.reset();
             malloc_trim(0);
         },
@@ -199,8 +218,10 @@ void Windows::setStaysReachable(bool reachable) {
 
 void Windows::setIcon(const QIcon& icon) {
     icon_ = icon;
-    for (const QPointer<QQuickView>& view : {main_, panel_, settings_})
+    for (const QPointer<QQuickView>& view : {main_, panel_})
         if (view) view->setIcon(icon);
+    for (const Beside* const window : beside_)
+        if (window->view) window->view->setIcon(icon);
 }
 
 bool Windows::eventFilter(QObject* watched, QEvent* event) {
@@ -210,10 +231,11 @@ bool Windows::eventFilter(QObject* watched, QEvent* event) {
         closeMain();
         return true;
     }
-    if (watched == settings_ && type == QEvent::Close) {
+    for (Beside* const window : beside_) {
+        if (watched != window->view || type != QEvent::Close) continue;
         event->ignore();
-        context_.store.settingsVisible = false;
-        drop(settings_);
+        if (window == &settings_) context_.store.settingsVisible = false;
+        drop(window->view);
         return true;
     }
     if (watched == panel_ && (type == QEvent::Close || type == QEvent::FocusOut)) {

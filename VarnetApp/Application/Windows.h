@@ -9,8 +9,10 @@
 #include <QPointer>
 #include <QQmlEngine>
 #include <QQuickView>
+#include <QSize>
 #include <QString>
 
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -18,8 +20,9 @@ class QSettings;
 
 namespace varnet {
 
-/// The program's windows: the main one, the panel by the tray and the settings. The QML engine exists while
-/// one of them does, and what was open leaves nothing behind but its frame. Main thread only.
+/// The program's windows: the main one, the panel by the tray, and those beside them: settings, the account
+/// and what the user writes to the makers. The QML engine exists while one of them does, and what was open
+/// leaves nothing behind but its frame. Main thread only.
 class Windows : public QObject {
     Q_OBJECT
 
@@ -32,6 +35,8 @@ public:
     /// Opens the main window, or raises the one that is open.
     void openMain();
     void openSettings();
+    void openCloud();
+    void openFeedback();
     /// Opens the panel near a point of the screen, or closes the one that is open.
     /// @param near pixels of the screen; empty: not known, the panel goes to the middle
     void togglePanel(std::optional<QPoint> near);
@@ -55,7 +60,17 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// A window beside the main one, that is open once at most.
+    struct Beside {
+        const char* type;
+        const char* title;
+        QSize size;
+        QSize least;
+        QPointer<QQuickView> view = {}; ///< null: not open
+    };
+
     QQuickView* makeView(const QString& type, const QString& title);
+    void openBeside(Beside& window);
     void showView(QQuickView& view);
     bool closeMain();
     void drop(QPointer<QQuickView>& view);
@@ -70,7 +85,10 @@ private:
     std::unique_ptr<QQmlEngine> engine_; ///< null while no window exists
     QPointer<QQuickView> main_;
     QPointer<QQuickView> panel_;
-    QPointer<QQuickView> settings_;
+    Beside settings_{"SettingsView", "Settings", {640, 720}, {480, 400}};
+    Beside cloud_{"CloudView", "Cloud backup", {600, 680}, {440, 400}};
+    Beside feedback_{"FeedbackView", "Send feedback", {520, 560}, {400, 440}};
+    const std::array<Beside*, 3> beside_{&settings_, &cloud_, &feedback_};
     QIcon icon_;
     QString activationToken_;
     bool trayReachable_ = false;

@@ -15,8 +15,8 @@ struct CloudCredentials {
     std::string email;
     std::string generation;   ///< names one archive of the account; another one begins a fresh queue
     std::string mode = "off"; ///< "off", "private" or "community"
-    std::optional<std::string> pendingMode;
-    std::optional<bool> pendingDisconnect;
+    std::optional<std::string> pendingMode = {};
+    std::optional<bool> pendingDisconnect = {};
 
     /// A JSON object with the fields' names; what is empty is left out.
     std::string json() const;
@@ -39,8 +39,8 @@ struct CloudDevice {
     std::string name;
     std::string platform;
     std::string mode;
-    std::optional<std::string> archivedAt;   ///< ISO 8601
-    std::optional<std::string> lastBackupAt; ///< ISO 8601
+    std::optional<std::string> archivedAt = {};   ///< ISO 8601
+    std::optional<std::string> lastBackupAt = {}; ///< ISO 8601
 
     friend bool operator==(const CloudDevice&, const CloudDevice&) = default;
 };

@@ -74,10 +74,10 @@ public:
     /// What pictures and tests of views show instead of an account.
     struct Prepared {
         bool configured = true;
-        std::optional<CloudCredentials> credentials;
-        std::vector<CloudDevice> devices;
-        std::optional<QString> message;
-        std::optional<Date> lastBackup;
+        std::optional<CloudCredentials> credentials = {};
+        std::vector<CloudDevice> devices = {};
+        std::optional<QString> message = {};
+        std::optional<Date> lastBackup = {};
         bool busy = false;
         bool signingIn = false;
     };

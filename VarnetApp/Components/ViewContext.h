@@ -27,6 +27,8 @@ class FileOpening;
 struct ViewActions {
     std::function<void()> quit = {};
     std::function<void()> closePanel = {};
+    std::function<void()> openCloud = {};
+    std::function<void()> openFeedback = {};
 };
 
 /// What views reach outside their own files. One lives as long as the application, or as a test; every engine

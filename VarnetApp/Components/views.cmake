@@ -31,6 +31,7 @@ list(
     Components/EmptyState.qml
     Components/FindingRowView.qml
     Components/FocusRing.qml
+    Components/FormField.qml
     Components/Gallery/Gallery.qml
     Components/Gallery/GalleryBlock.qml
     Components/Gallery/GalleryButtons.qml

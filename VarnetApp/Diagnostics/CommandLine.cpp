@@ -16,6 +16,7 @@ constexpr const char* helpText = R"(Usage: varnet [SWITCH]
 
 Shows what keeps this machine busy, and which of it may go.
 
+  --render-cloud DIR       write pictures of the cloud account in its states
   --battery-diagnose       measure the battery and print it as one JSON object
   --render-battery DIR     write pictures of the battery page in its states
   --render-storage DIR     write pictures of the storage page in its states
@@ -59,6 +60,7 @@ struct Switch {
 constexpr std::array switches{
     Switch{"--help", Takes::nothing, Action::help},
     Switch{"--version", Takes::nothing, Action::version},
+    Switch{"--render-cloud", Takes::folder, Action::renderCloud},
     Switch{"--render-storage", Takes::folder, Action::renderStorage},
     Switch{"--battery-diagnose", Takes::nothing, Action::batteryDiagnose},
     Switch{"--render-battery", Takes::folder, Action::renderBattery},

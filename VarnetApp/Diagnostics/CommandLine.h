@@ -14,6 +14,7 @@ struct CommandLine {
         start,
         batteryDiagnose,
         renderBattery,
+        renderCloud,
         renderStorage,
         storageDiagnose,
         diskDiagnose,

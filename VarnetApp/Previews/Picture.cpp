@@ -74,8 +74,9 @@ struct Stage {
           flame(store.settings()),
           updater(
               {.version = "1.3.0", .mainQueue = &queue, .framework = picture.updates ? &updates : nullptr}),
-          context{store,   localization, clock,    &flame,  picture.actions,
-                  nullptr, &collection,  &storage, &updater} {}
+          cloud(clock, picture.cloud ? picture.cloud() : CloudStore::Prepared{.configured = false}),
+          context{store,   localization, clock,    &flame,   picture.actions,
+                  nullptr, &collection,  &storage, &updater, &cloud} {}
 
     SystemProbes probes;
     StillClock clock;
@@ -88,6 +89,7 @@ struct Stage {
     DockFlame flame;
     PreparedUpdates updates;
     AppUpdater updater;
+    CloudStore cloud;
     ViewContext context;
 };
 

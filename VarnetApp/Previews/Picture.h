@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VarnetApp/CloudStore/CloudStore.h"
 #include "VarnetApp/Components/ViewContext.h"
 
 #include <QImage>
@@ -43,6 +44,8 @@ struct Picture {
     std::function<void(DiskStorageStore&)> storage = {};
     /// What has come of updates; empty: a copy that there are none for.
     std::function<void(PreparedUpdates&)> updates = {};
+    /// The account; empty: a build without a service.
+    std::function<CloudStore::Prepared()> cloud = {};
 };
 
 enum class Look { dark, light };

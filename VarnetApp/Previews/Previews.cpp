@@ -82,6 +82,14 @@ int Previews::render(const std::filesystem::path& folder, const QString& languag
     return makeFolder(folder) && writeInAllLooks(screensBeginning(only), folder, language) ? 0 : 1;
 }
 
+int Previews::renderCloud(const std::filesystem::path& folder, const QString& language) {
+    if (!makeFolder(folder)) return 1;
+    bool complete = true;
+    for (const char* const scope : {"cloud", "feedback"})
+        complete = writeInAllLooks(screensBeginning(scope), folder, language) && complete;
+    return complete ? 0 : 1;
+}
+
 int Previews::renderStorage(const std::filesystem::path& folder, const QString& language) {
     if (!makeFolder(folder)) return 1;
     bool complete = true;

@@ -12,6 +12,9 @@ namespace varnet::Previews {
 /// @param only writes the pictures whose names begin with this; empty: all
 int render(const std::filesystem::path& folder, const QString& language, const QString& only = {});
 
+/// The same for the account's window and the form for feedback alone.
+int renderCloud(const std::filesystem::path& folder, const QString& language);
+
 /// The same for the storage page alone, and besides a map of a small tree of real files, which are written
 /// beside the system's temporary files and measured.
 int renderStorage(const std::filesystem::path& folder, const QString& language);

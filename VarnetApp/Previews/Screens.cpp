@@ -2,6 +2,7 @@
 
 #include "VarnetApp/AppStore/VarnetStore.h"
 #include "VarnetApp/Previews/BatteryScreens.h"
+#include "VarnetApp/Previews/CloudScreens.h"
 #include "VarnetApp/Previews/HallScreens.h"
 #include "VarnetApp/Previews/ListScreens.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
@@ -164,8 +165,8 @@ std::vector<Picture> screens() {
         {"settings-clear", "SettingsView", {640, 720}, busy, withHistory, open("confirmClear")},
         {"settings-reset", "SettingsView", {640, 720}, busy, withHistory, open("confirmCollectionReset")},
     };
-    for (auto* const room :
-         {listScreens, batteryScreens, hallScreens, storageScreens, updateScreens, wholeDiskScreens})
+    for (auto* const room : {listScreens, batteryScreens, cloudScreens, hallScreens, storageScreens,
+                             updateScreens, wholeDiskScreens})
         for (Picture& picture : room())
             pictures.push_back(std::move(picture));
     return pictures;

@@ -176,6 +176,7 @@ FocusScope {
         onOverviewRequested: panelModel.openOverview()
         onSettingsRequested: panelModel.openSettings()
         onUpdateCheckRequested: panelModel.checkForUpdates()
+        onFeedbackRequested: panelModel.sendFeedback()
         onQuitRequested: panelModel.quit()
     }
 }

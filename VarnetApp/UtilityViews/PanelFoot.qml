@@ -11,6 +11,7 @@ Item {
     signal overviewRequested
     signal settingsRequested
     signal updateCheckRequested
+    signal feedbackRequested
     signal quitRequested
 
     implicitHeight: 57
@@ -63,6 +64,12 @@ Item {
             iconName: "download"
             enabled: foot.canCheckForUpdates
             onTriggered: foot.updateCheckRequested()
+        }
+        MenuRow {
+            objectName: "sendFeedback"
+            text: Words.text("Send feedback")
+            iconName: "heart"
+            onTriggered: foot.feedbackRequested()
         }
         MenuRow {
             objectName: "quit"

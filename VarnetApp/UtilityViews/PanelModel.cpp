@@ -125,6 +125,10 @@ void PanelModel::checkForUpdates() {
     ask(&AppUpdater::checkForUpdates);
 }
 
+void PanelModel::sendFeedback() {
+    call(context().actions.openFeedback);
+}
+
 void PanelModel::quit() {
     call(context().actions.quit);
 }

@@ -58,6 +58,7 @@ public:
     Q_INVOKABLE void openSettings();
     Q_INVOKABLE void openUpdate();
     Q_INVOKABLE void checkForUpdates();
+    Q_INVOKABLE void sendFeedback();
     Q_INVOKABLE void quit();
     Q_INVOKABLE void close();
 

@@ -322,6 +322,7 @@ FocusScope {
                     }
                 }
             }
+            CloudSettings { width: parent.width }
 
             UpdateSettings {
                 id: updates
