@@ -559,6 +559,26 @@ TEST_F(CloudTest, feedbackGoesUnsigned) {
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "cloud")) << "no identity is made for it";
 }
 
+TEST_F(CloudTest, aDaysEstimateOfTheBatteryIsOneRecord) {
+    signIn();
+    backUp();
+    capture();
+    cycle();
+    const std::size_t before = items();
+    for (int second = 0; second < 300; second += 60) {
+        clock.advance(60);
+        auto later = std::make_shared<MonitorSnapshot>(*machine());
+        auto dashboard = std::make_shared<BatteryDashboard>(*later->battery);
+        dashboard->archive.health = std::make_shared<const BatteryHistory::Health>(
+            BatteryHistory::Health{{Date{799'000'000}, 91, 214}, {clock.now(), 90, 215}});
+        later->battery = dashboard;
+        store->observe(later, collection);
+        queue.run();
+        cycle();
+    }
+    EXPECT_EQ(items(), before + 1) << "its date moves on with every reading";
+}
+
 TEST_F(CloudTest, nobodyElseIsTheService) {
     signIn();
     const TestAuthority other = TestAuthority::make();

@@ -65,6 +65,8 @@ public:
 
     // The user at the web site.
     void authorize() { authorized_ = true; }
+    /// Somebody has signed in already.
+    void admit(const std::string& token) { tokens_.insert(token); }
     void deleteArchive();
     void revokeTokens() { tokens_.clear(); }
     /// Another archive has begun, from another machine.
