@@ -4,17 +4,49 @@
 #include "VarnetApp/CloudStore/InstallationKey.h"
 #include "VarnetCore/Base/JsonReading.h"
 
+#include <QIODevice>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QSslConfiguration>
 #include <QTimer>
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace varnet {
 
 namespace {
+
+/// A body that can be read once. When a connection dies before the answer, the network's own layer would
+/// otherwise send the request a second time, of which the first may have been carried out.
+class OneTimeBody final : public QIODevice {
+public:
+    OneTimeBody(std::string bytes, QObject* parent) : QIODevice(parent), bytes_(std::move(bytes)) {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    bool isSequential() const override { return true; }
+    bool reset() override { return false; }
+    qint64 size() const override { return static_cast<qint64>(bytes_.size()); }
+    qint64 bytesAvailable() const override { return static_cast<qint64>(bytes_.size() - read_); }
+    bool atEnd() const override { return read_ == bytes_.size(); }
+
+protected:
+    qint64 readData(char* data, qint64 most) override {
+        if (atEnd()) return -1;
+        const auto length = std::min(static_cast<std::size_t>(most), bytes_.size() - read_);
+        std::memcpy(data, bytes_.data() + read_, length);
+        read_ += length;
+        return static_cast<qint64>(length);
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    const std::string bytes_;
+    std::size_t read_ = 0;
+};
 
 QUrl serviceOf(const QString& endpoint) {
     const QUrl url(endpoint, QUrl::StrictMode);
@@ -33,7 +65,7 @@ int statusOf(const QNetworkReply& reply) {
 CloudReply<std::string> answerOf(QNetworkReply& reply) {
     const int status = statusOf(reply);
     if (status == 0 || isTooLong(reply)) return std::unexpected(CloudServiceError::noAnswer());
-    std::string body = reply.readAll().toStdString();
+    std::string body = reply.isOpen() ? reply.readAll().toStdString() : std::string();
     if (status >= 200 && status < 300) {
         // Half an answer to what was done is no answer.
         if (reply.error() != QNetworkReply::NoError) return std::unexpected(CloudServiceError::noAnswer());
@@ -73,7 +105,11 @@ QNetworkReply* CloudService::start(const QString& path, std::string body, QObjec
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     request.setTransferTimeout(setup_.timeout);
     if (setup_.ssl) request.setSslConfiguration(*setup_.ssl);
-    QNetworkReply* const reply = network_->post(request, QByteArray::fromStdString(body));
+    request.setHeader(QNetworkRequest::ContentLengthHeader, static_cast<qint64>(body.size()));
+    request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+    auto* const device = new OneTimeBody(std::move(body), nullptr);
+    QNetworkReply* const reply = network_->post(request, device);
+    device->setParent(reply);
     reply->setParent(receiver);
     const auto cutOff = [reply] {
         if (isTooLong(*reply)) reply->abort();

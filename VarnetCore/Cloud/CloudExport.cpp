@@ -109,7 +109,16 @@ private:
     bool whole_ = true;
 };
 
-void addBattery(Items& items, const BatteryArchive& battery, std::optional<Date> since) {
+/// What names a day's estimate. The last of a day moves on with every reading, and stays the same record.
+std::string healthID(const std::vector<BatteryHealthPoint>& points, std::size_t at,
+                     const FlameCalendar& calendar) {
+    const std::string day = dayText(calendar, points[at].date);
+    const bool last = at + 1 == points.size() || dayText(calendar, points[at + 1].date) != day;
+    return sha256(last ? "health:" + day : fmt::format("health:{}", points[at].date.seconds));
+}
+
+void addBattery(Items& items, const BatteryArchive& battery, std::optional<Date> since,
+                const FlameCalendar& calendar) {
     const auto old = [&](Date date) { return since && date < *since; };
     for (const BatteryPoint& point : battery.points) {
         if (old(point.date)) continue;
@@ -119,11 +128,12 @@ void addBattery(Items& items, const BatteryArchive& battery, std::optional<Date>
         items.add("battery", sha256(fmt::format("battery:{}:{}", point.date.seconds, point.segment.text())),
                   point.date, payload);
     }
-    for (const BatteryHealthPoint& point : battery.health) {
+    for (std::size_t at = 0; at < battery.health.size(); ++at) {
+        const BatteryHealthPoint& point = battery.health[at];
         if (old(point.date)) continue;
         Json payload{{"capacity", point.capacity}};
         if (point.cycles) payload["cycles"] = *point.cycles;
-        items.add("health", sha256(fmt::format("health:{}", point.date.seconds)), point.date, payload);
+        items.add("health", healthID(battery.health, at, calendar), point.date, payload);
     }
     for (const BatterySession& session : battery.sessions) {
         Json payload{
@@ -146,7 +156,7 @@ CloudResult<std::vector<CloudItem>> CloudExport::archive(const FlameArchive& col
         const std::string date = dayText(calendar, day.date);
         items.add("day", date, day.date, dayPayload(day, date, collection.timezone));
     }
-    addBattery(items, battery, since);
+    addBattery(items, battery, since, calendar);
     return items.take();
 }
 

@@ -23,8 +23,9 @@ constexpr const char* schema =
     "TABLE IF NOT EXISTS app_windows(scope TEXT,id TEXT,at REAL,PRIMARY KEY(scope,id));";
 
 /// Beside it, the last revision ever given out: rows that were discarded must not come back under one that
-/// the service has seen.
-constexpr const char* revisions =
+/// the service has seen. And the rows that wait in their order, or each batch of a long queue would sort it.
+constexpr const char* additions =
+    "CREATE INDEX IF NOT EXISTS waiting_items ON items(scope,revision,kind,id) WHERE dirty=1; "
     "CREATE TABLE IF NOT EXISTS revisions(id INTEGER PRIMARY KEY CHECK(id=1),last INTEGER NOT NULL); "
     "INSERT OR IGNORE INTO revisions VALUES(1,0);";
 
@@ -56,7 +57,7 @@ CloudResult<std::unique_ptr<CloudOutbox>> CloudOutbox::open(const std::filesyste
     if (AtomicFile::makePrivateFolder(file.parent_path())) return writeFailed();
     auto database = SqliteDatabase::open(file.string(), SqliteDatabase::Access::shared);
     if (!database) return std::unexpected(CloudStorageError::fileReadCorruptFile);
-    if (!database->execute(schema) || !database->execute(revisions)) return writeFailed();
+    if (!database->execute(schema) || !database->execute(additions)) return writeFailed();
     std::error_code error;
     std::filesystem::permissions(
         file, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write, error);
@@ -117,8 +118,7 @@ SqliteResult<> CloudOutbox::write(std::span<const CloudItem> items, const std::s
                                    "items.id=app_windows.id)");
         !deleted)
         return deleted;
-    // An update may have lifted a row above the counter.
-    if (auto read = readRevision(); !read) return read;
+    // No row has a higher revision than the counter: each was given out by it.
     auto remember = SqliteStatement::prepare(db_, "UPDATE revisions SET last=? WHERE id=1");
     if (!remember) return std::unexpected(remember.error());
     remember->bind(1, revision_);

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -40,6 +41,14 @@ public:
         if (pid_ <= 0) return;
         kill(pid_, signal);
         waitpid(std::exchange(pid_, 0), nullptr, 0);
+    }
+
+    /// Its exit status, or the number of the signal that ended it with a minus; empty while it runs.
+    std::optional<int> ended() {
+        int status = 0;
+        if (pid_ <= 0 || waitpid(pid_, &status, WNOHANG) != pid_) return std::nullopt;
+        pid_ = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
     }
 
 private:
