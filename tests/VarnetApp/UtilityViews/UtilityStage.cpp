@@ -34,7 +34,9 @@ void UtilityStage::prepare(QQmlEngine& engine) {
                                      .clock = fakes.clock,
                                      .dockFlame = &*flame_,
                                      .actions = actions,
-                                     .updater = &*updater_});
+                                     .files = files,
+                                     .updater = &*updater_,
+                                     .cloud = cloud});
     }
     context_->give(engine);
 }

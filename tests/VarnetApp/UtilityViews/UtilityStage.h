@@ -39,6 +39,8 @@ protected:
     ViewActions actions;
     FakeUpdateFramework updates;
     bool privateCopy = false; ///< there are no updates for it
+    CloudStore* cloud = nullptr;
+    platform::FileOpening* files = nullptr;
 
 private:
     std::optional<DockFlame> flame_;
