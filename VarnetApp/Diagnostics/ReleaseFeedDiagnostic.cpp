@@ -5,7 +5,6 @@
 
 #include <QEventLoop>
 #include <QNetworkAccessManager>
-
 #include <fmt/format.h>
 
 namespace varnet::ReleaseFeedDiagnostic {

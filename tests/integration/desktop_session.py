@@ -17,7 +17,7 @@ MAIN = "Varnet?"
 SETTINGS = "Settings"
 PAGES = ["Overview", "Apps", "Projects", "Servers", "Storage", "Hall of Flame", "All sources", "Battery"]
 TOGGLES = ["Launch at login", "Show whole Mac CPU in menu bar", "Notify me about sustained issues",
-           "React to my Mac’s activity", "Keep in Dock when the window closes"]
+           "React to my Mac’s activity", "Keep in Dock when the window closes", "Automatically check for updates"]
 
 
 class DesktopSession(unittest.TestCase):
@@ -52,7 +52,7 @@ class DesktopSession(unittest.TestCase):
             for width, height, pixels in pixmaps:
                 self.assertEqual(len(pixels), 4 * width * height)
                 self.assertTrue(any(pixels[0::4]), f"{width} pixels wide, and all of it transparent")
-            self.assertLessEqual({"Open overview", SETTINGS, "Quit Varnet"}, set(session.menu()))
+            self.assertLessEqual({"Open overview", SETTINGS, "Check for Updates", "Quit Varnet"}, set(session.menu()))
 
         with self.subTest("a start at login is silent"):
             self.assertEqual(session.windows(MAIN), [])
@@ -134,7 +134,7 @@ class DesktopSession(unittest.TestCase):
                 find("page tab list", name)
             for name in ("Allow access", "Clear history", "Open collection", "Reset collection"):
                 find("push button", name)
-            self.assertEqual([is_checked(toggle) for toggle in toggles], [False, True, False, True, False])
+            self.assertEqual([is_checked(toggle) for toggle in toggles], [False, True, False, True, False, True])
 
         with self.subTest("the pointer turns the figure in the tray off"):
             wait(lambda: "%" in session.item("Title"), "the figure")
