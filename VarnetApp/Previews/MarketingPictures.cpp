@@ -16,11 +16,12 @@ namespace varnet {
 namespace {
 
 // The window stands a little below the picture's lower edge, as one that is being pulled up.
-constexpr double windowTop = 316;
-constexpr double windowRadius = 14;
-constexpr double left = (1600 - 1040) / 2.0;
-constexpr double right = left + 1040;
-constexpr double mascotSide = 208;
+constexpr double windowTop = 288;
+constexpr double windowRadius = 16;
+constexpr double windowWidth = 1040 * marketingScale;
+constexpr double left = (1600 - windowWidth) / 2.0;
+constexpr double right = left + windowWidth;
+constexpr double mascotSide = 200;
 constexpr double smallStep = 37; ///< from one line below the headline to the next
 constexpr double wordsWidth = right - left - mascotSide - 48;
 
@@ -38,19 +39,21 @@ QFont displayFor(const QStringList& lines) {
 
 void drawWindow(QPainter& painter, const QImage& window) {
     const Palette& palette = darkPalette();
-    const QRectF frame(QPointF(left, windowTop), QSizeF(window.size()) / window.devicePixelRatio());
+    const QRectF frame(QPointF(left, windowTop), QSizeF(window.size()));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     // A shadow of rings: each a little fainter and wider than the one inside it.
-    for (int ring = 24; ring > 0; --ring) {
-        painter.setBrush(QColor(0, 0, 0, 7));
+    for (int ring = 40; ring > 0; --ring) {
+        painter.setBrush(QColor(0, 0, 0, 3));
         painter.drawRoundedRect(frame.adjusted(-ring, -ring / 2.0, ring, ring * 1.5), windowRadius + ring,
                                 windowRadius + ring);
     }
     QPainterPath shape;
     shape.addRoundedRect(frame, windowRadius, windowRadius);
-    QBrush glass(window);
+    QImage pixels = window;
+    pixels.setDevicePixelRatio(1);
+    QBrush glass(pixels);
     glass.setTransform(QTransform::fromTranslate(frame.x(), frame.y()));
     painter.fillPath(shape, glass);
     painter.strokePath(shape, QPen(palette.controlLine, 1));
@@ -64,12 +67,12 @@ std::vector<MarketingPicture> marketingPictures() {
     return {
         {"marketing-overview", "overview", "Your AI finished.\nWhat’s still running?",
          "Real readings. Unsolicited opinions.", smug},
-        {"marketing-servers", "detail-server", "Servers still running.",
-         "See who started them. Stop what you’re done with.", suspicious},
+        {"marketing-servers", "detail-server", "Local monitoring",
+         "Find apps and servers using your Mac. Stop what you don’t need.", suspicious},
         {"marketing-disk", "disk-map", "See what fills your disk.",
          "Scan once, then walk through every folder by its size. Nothing is moved or changed.", focused},
-        {"marketing-hall", "hall", "Your week. Lightly roasted.",
-         "A little pride. A few receipts. Absolutely no chill.", delighted},
+        {"marketing-hall", "hall", "Your week. Lightly roasted.", "Your localhost has a neighbourhood watch.",
+         delighted},
     };
 }
 
@@ -80,7 +83,7 @@ QImage paintMarketing(const MarketingPicture& picture, const QImage& window,
     if (image.isNull()) return image;
     const Palette& palette = darkPalette();
     QPainter painter(&image);
-    const QRectF flame(right - mascotSide, 64, mascotSide, mascotSide);
+    const QRectF flame(right - mascotSide, 50, mascotSide, mascotSide);
     CardDrawing drawing(painter, marketingSize, flame.center(), 760);
     drawing.mascot(flame, picture.expression);
 

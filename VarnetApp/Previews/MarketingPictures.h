@@ -22,10 +22,12 @@ struct MarketingPicture {
 };
 
 inline constexpr QSize marketingSize{1600, 1000};
+/// Device pixels of a logical one in the window shown: large enough to be read in passing.
+inline constexpr double marketingScale = 1.2;
 
 std::vector<MarketingPicture> marketingPictures();
 
-/// @param window the screen, 1040 by 720; null: the picture is null, too
+/// @param window the screen, 1040 by 720 logical pixels at `marketingScale`; null: the picture is null, too
 QImage paintMarketing(const MarketingPicture& picture, const QImage& window,
                       const AppLocalization& localization);
 

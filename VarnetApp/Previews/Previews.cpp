@@ -223,7 +223,8 @@ int Previews::renderMarketing(const std::filesystem::path& folder, const QString
     for (const MarketingPicture& picture : marketingPictures()) {
         const std::vector<Picture> screen = screensBeginning(picture.screen);
         const auto shown = std::ranges::find(screen, picture.screen, &Picture::name);
-        const QImage window = shown == screen.end() ? QImage() : paint(*shown, Look::dark, 1, language);
+        const QImage window =
+            shown == screen.end() ? QImage() : paint(*shown, Look::dark, marketingScale, language);
         complete = write(paintMarketing(picture, window, localization),
                          folder / (picture.name.toStdString() + ".png")) &&
                    complete;
