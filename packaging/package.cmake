@@ -66,6 +66,11 @@ set(made "${CMAKE_CURRENT_BINARY_DIR}")
 set(share "${CMAKE_INSTALL_DATADIR}")
 set(doc "${share}/doc/varnet")
 install(TARGETS varnet RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# More than a plain strip takes away: what compilers sign with stays out, too.
+install(CODE "execute_process(
+    COMMAND \"${CMAKE_STRIP}\" --strip-unneeded --remove-section=.comment --remove-section=.note
+            \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/varnet\"
+    COMMAND_ERROR_IS_FATAL ANY)")
 install(FILES com.varnet.Varnet.desktop DESTINATION ${share}/applications)
 install(FILES com.varnet.Varnet.service DESTINATION ${share}/dbus-1/services)
 install(FILES "${made}/com.varnet.Varnet.metainfo.xml" DESTINATION ${share}/metainfo)
@@ -77,6 +82,7 @@ install(FILES "${parts}/varnet.fish" DESTINATION ${share}/fish/vendor_completion
 # What the setting "Launch at login" writes for a user, for those who set up machines for others.
 install(FILES "${parts}/autostart/com.varnet.Varnet.desktop" DESTINATION ${doc}/examples/autostart)
 install(FILES "${made}/copyright" "${made}/changelog.gz" "${made}/changelog.Debian.gz" DESTINATION ${doc})
+install(FILES lintian-overrides DESTINATION ${share}/lintian/overrides RENAME varnet)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/pictures DESTINATION ${doc} FILES_MATCHING PATTERN "*.png")
 
 set(CPACK_GENERATOR DEB)
@@ -95,7 +101,6 @@ fans, heat and battery, and what project folders and the whole disk occupy.
 It never stops or deletes anything by itself, and what it measures stays on
 this machine.")
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/deb)
-set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
