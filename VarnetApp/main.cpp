@@ -40,6 +40,10 @@ int render(const varnet::CommandLine& line, int argc, char** argv) {
     if (line.action == Action::renderStorage) return varnet::Previews::renderStorage(line.folder, language);
     if (line.action == Action::renderReports) return varnet::Previews::renderReports(line.folder, language);
     if (line.action == Action::renderCloud) return varnet::Previews::renderCloud(line.folder, language);
+    if (line.action == Action::renderMarketing)
+        return varnet::Previews::renderMarketing(line.folder, language);
+    if (line.action == Action::renderLocalization)
+        return varnet::Previews::renderLocalization(line.folder, language, QString::fromStdString(line.only));
     const std::string only = line.action == Action::renderBattery ? "battery" : line.only;
     return varnet::Previews::render(line.folder, language, QString::fromStdString(only));
 }
@@ -61,7 +65,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "varnet: %s Try \"varnet --help\".\n", line.refusal.c_str());
         return badUsage;
     case CommandLine::Action::help:
-        std::fputs(CommandLine::help(), stdout);
+        std::fputs(CommandLine::help().c_str(), stdout);
         return 0;
     case CommandLine::Action::version:
         std::puts("varnet " VARNET_VERSION);
@@ -83,13 +87,17 @@ int main(int argc, char** argv) {
     case CommandLine::Action::renderBattery:
     case CommandLine::Action::renderCloud:
     case CommandLine::Action::renderCollection:
+    case CommandLine::Action::renderLocalization:
+    case CommandLine::Action::renderMarketing:
     case CommandLine::Action::renderPreviews:
     case CommandLine::Action::renderReports:
     case CommandLine::Action::renderStorage:
         return render(line, argc, argv);
     case CommandLine::Action::start:
         if (!hasDisplay()) return varnet::Diagnostics::liveReading();
-        return varnet::ApplicationDelegate::run(argc, argv, line.showWindow, line.login);
+        return varnet::ApplicationDelegate::run(
+            argc, argv,
+            {.showWindow = line.showWindow, .showSettings = line.showSettings, .login = line.login});
     }
     return badUsage;
 }

@@ -59,10 +59,14 @@ namespace {
 /// How long a tray may take to appear, or to come back, before the window stands in for it.
 constexpr std::chrono::seconds trayPatience{5};
 
+/// What launchers may ask for beside the window; named so in the desktop entry, too.
+constexpr const char* settingsAction = "settings";
+constexpr const char* overviewAction = "overview";
+
 /// The running program: everything that lives from launch to quit, and how it hangs together.
 class Application {
 public:
-    Application(bool showWindow, bool login) : showWindow_(showWindow), login_(login) {}
+    explicit Application(const ApplicationDelegate::Start& start) : start_(start) {}
 
     ~Application() { willTerminate(); }
 
@@ -75,10 +79,16 @@ private:
     void willFinishLaunching(platform::SingleInstance& instance) {
         store_.openMain = [this] { presentation_.requestOpen(); };
         store_.openSettings = [this] { windows_.openSettings(); };
-        instance.listen({.activated = [this](const std::string& token) {
-            windows_.setActivationToken(QString::fromStdString(token));
-            presentation_.requestOpen();
-        }});
+        instance.listen({.activated =
+                             [this](const std::string& token) {
+                                 windows_.setActivationToken(QString::fromStdString(token));
+                                 presentation_.requestOpen();
+                             },
+                         .asked =
+                             [this](const std::string& action, const std::string& token) {
+                                 windows_.setActivationToken(QString::fromStdString(token));
+                                 perform(action);
+                             }});
         notifications_->listen({.activated = [this](const std::string&, const std::string& token) {
             windows_.setActivationToken(QString::fromStdString(token));
             presentation_.requestOpen();
@@ -110,11 +120,23 @@ private:
         label_.show();
         presentation_.registeredWindowAction([this] { windows_.openMain(); });
         store_.start();
-        presentation_.finishedLaunching(login_ ? std::optional(LaunchEvent::login()) : std::nullopt,
-                                        store_.hasOnboarded(), showWindow_);
+        presentation_.finishedLaunching(start_.login ? std::optional(LaunchEvent::login()) : std::nullopt,
+                                        store_.hasOnboarded(), start_.showWindow);
+        if (start_.showSettings) windows_.openSettings();
         trayTimer_.setSingleShot(true);
         QObject::connect(&trayTimer_, &QTimer::timeout, &windows_, [this] { standInForTray(); });
         trayTimer_.start(trayPatience);
+    }
+
+    /// An action that is not known, of an older or newer desktop entry, is a request for the window.
+    void perform(const std::string& action) {
+        if (action == settingsAction) {
+            windows_.openSettings();
+        } else if (action == overviewAction) {
+            store_.navigate(overviewAction);
+        } else {
+            presentation_.requestOpen();
+        }
     }
 
     void willTerminate() {
@@ -163,8 +185,7 @@ private:
         return icon;
     }
 
-    const bool showWindow_;
-    const bool login_;
+    const ApplicationDelegate::Start start_;
 
     QSettings defaults_{QSettings::IniFormat, QSettings::UserScope, "Varnet", "Varnet"};
     SystemClock clock_;
@@ -318,7 +339,7 @@ private:
 
 } // namespace
 
-int ApplicationDelegate::run(int& argc, char** argv, bool showWindow, bool login) {
+int ApplicationDelegate::run(int& argc, char** argv, const Start& start) {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication::setApplicationName("Varnet");
     QGuiApplication::setApplicationDisplayName("Varnet");
@@ -328,13 +349,15 @@ int ApplicationDelegate::run(int& argc, char** argv, bool showWindow, bool login
 
     const std::unique_ptr<platform::SingleInstance> instance = platform::makeSingleInstance();
     if (instance->claim() == platform::SingleInstance::Claim::second) {
-        if (instance->requestOpen()) return 0;
+        const bool answered =
+            start.showSettings ? instance->requestAction(settingsAction) : instance->requestOpen();
+        if (answered) return 0;
         std::fputs("varnet: it runs already, but does not answer.\n", stderr);
         return 1;
     }
     // Not quit(): that asks the windows first, and the main one would rather be minimised.
     const UnixSignals endings([] { QCoreApplication::exit(); });
-    Application running(showWindow, login);
+    Application running(start);
     running.launch(*instance);
     return QGuiApplication::exec();
 }

@@ -42,9 +42,9 @@ Rectangle {
     }
     Label {
         x: words.x + words.width + 16
-        width: Math.max(0, Math.min(implicitWidth, clear.x - x - 8))
         anchors.verticalCenter: parent.verticalCenter
-        visible: !controls.selectAllOnly
+        // The button says how many, too: better nothing than half a word.
+        visible: !controls.selectAllOnly && x + implicitWidth + 8 <= clear.x
         text: Words.text(controls.selection.countText)
         color: Theme.muted
     }

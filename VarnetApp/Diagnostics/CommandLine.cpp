@@ -12,32 +12,17 @@ namespace varnet {
 
 namespace {
 
-constexpr const char* helpText = R"(Usage: varnet [SWITCH]
+using Action = CommandLine::Action;
+using Takes = CommandLine::Takes;
+using Switch = CommandLine::Switch;
+
+constexpr std::string_view introduction = R"(Usage: varnet [SWITCH]
 
 Shows what keeps this machine busy, and which of it may go.
 
-  --render-cloud DIR       write pictures of the cloud account in its states
-  --battery-diagnose       measure the battery and print it as one JSON object
-  --render-battery DIR     write pictures of the battery page in its states
-  --render-storage DIR     write pictures of the storage page in its states
-  --render-collection DIR  write pictures of the badges and of a week to share
-  --check-update           ask whether there is a newer version, print the answer
-  --storage-diagnose [FOLDER...]
-                           find the projects in the usual places and in these folders,
-                           print what they occupy as one JSON object
-  --disk-diagnose [DIR]    measure the whole disk, or a folder, and print what is on it
-  --diagnose               measure once and print everything as one JSON object
-  --benchmark [SECONDS]    measure as with an open window, print what that costs (30 seconds)
-  --integration-test       find and stop a server of its own, print how that went as JSON
-  --render-previews DIR    write a picture of every screen
-  --render-reports DIR     write the pictures that are shared
-  --preview-language L     beside a renderer: "en" or "cs"
-  --preview-only NAME      beside it: only pictures whose names begin so
-  --show-window            open the main window with the start
-  --login                  start quietly, as the desktop does with the session
-  --help                   this text
-  --version                the version
+)";
 
+constexpr std::string_view remarks = R"(
 Without a switch the program starts. Diagnostic runs keep their state under
 "artifacts" in the current folder and never touch your own.
 
@@ -45,39 +30,77 @@ For development: with VARNET_KERNEL_ROOT set to a folder that holds "proc" and
 "sys", --battery-diagnose and --diagnose read fans, heat and battery there.
 )";
 
-/// What follows a switch.
-enum class Takes { nothing, seconds, folder, folders, language, name };
-
-using Action = CommandLine::Action;
-
-struct Switch {
-    std::string_view name;
-    Takes takes = Takes::nothing;
-    Action action = Action::start; ///< of `start`: it goes along with others
-};
-
 /// Of several the first here wins, whatever their order on the line.
 constexpr std::array switches{
-    Switch{"--help", Takes::nothing, Action::help},
-    Switch{"--version", Takes::nothing, Action::version},
-    Switch{"--render-cloud", Takes::folder, Action::renderCloud},
-    Switch{"--render-storage", Takes::folder, Action::renderStorage},
-    Switch{"--battery-diagnose", Takes::nothing, Action::batteryDiagnose},
-    Switch{"--render-battery", Takes::folder, Action::renderBattery},
-    Switch{"--render-collection", Takes::folder, Action::renderCollection},
-    Switch{"--check-update", Takes::nothing, Action::checkUpdate},
-    Switch{"--storage-diagnose", Takes::folders, Action::storageDiagnose},
-    Switch{"--disk-diagnose", Takes::folders, Action::diskDiagnose},
-    Switch{"--diagnose", Takes::nothing, Action::diagnose},
-    Switch{"--benchmark", Takes::seconds, Action::benchmark},
-    Switch{"--integration-test", Takes::nothing, Action::integration},
-    Switch{"--render-previews", Takes::folder, Action::renderPreviews},
-    Switch{"--render-reports", Takes::folder, Action::renderReports},
-    Switch{"--preview-language", Takes::language},
-    Switch{"--preview-only", Takes::name},
-    Switch{"--show-window"},
-    Switch{"--login"},
+    Switch{"--help", "print this text", Action::help},
+    Switch{"--version", "print the version", Action::version},
+    Switch{"--render-cloud", "write pictures of the cloud account in its states", Action::renderCloud,
+           Takes::folder},
+    Switch{"--render-localization", "write pictures of the main screens in every language",
+           Action::renderLocalization, Takes::folder},
+    Switch{"--render-storage", "write pictures of the storage page in its states", Action::renderStorage,
+           Takes::folder},
+    Switch{"--battery-diagnose", "measure the battery and print it as one JSON object",
+           Action::batteryDiagnose},
+    Switch{"--render-battery", "write pictures of the battery page in its states", Action::renderBattery,
+           Takes::folder},
+    Switch{"--render-collection", "write pictures of the badges and of a week to share",
+           Action::renderCollection, Takes::folder},
+    Switch{"--check-update", "ask whether there is a newer version and print the answer",
+           Action::checkUpdate},
+    Switch{"--storage-diagnose",
+           "find the projects in the usual places and in these folders, print what they occupy as one JSON "
+           "object",
+           Action::storageDiagnose, Takes::folders},
+    Switch{"--disk-diagnose", "measure the whole disk, or a folder, and print what is on it",
+           Action::diskDiagnose, Takes::oneFolder},
+    Switch{"--diagnose", "measure once and print everything as one JSON object", Action::diagnose},
+    Switch{"--benchmark", "measure as with an open window, print what that costs (30 seconds)",
+           Action::benchmark, Takes::seconds},
+    Switch{"--integration-test", "find and stop a server of its own, print how that went as JSON",
+           Action::integration},
+    Switch{"--render-marketing", "write pictures that show the program to people", Action::renderMarketing,
+           Takes::folder},
+    Switch{"--render-previews", "write a picture of every screen", Action::renderPreviews, Takes::folder},
+    Switch{"--render-reports", "write the pictures that are shared", Action::renderReports, Takes::folder},
+    Switch{"--preview-language", "beside a renderer: \"en\" or \"cs\"", Action::start, Takes::language},
+    Switch{"--preview-only", "beside it: only pictures whose names begin so", Action::start, Takes::name},
+    Switch{"--show-window", "open the main window with the start"},
+    Switch{"--show-settings", "open the settings with the start"},
+    Switch{"--login", "start quietly, as the desktop does with the session"},
 };
+
+constexpr std::size_t helpColumn = 28; ///< where the sentences begin
+constexpr std::size_t helpWidth = 80;
+
+/// A switch and what it does, in lines that a terminal can show.
+std::string helpEntry(const Switch& entry) {
+    std::string line = "  " + std::string(entry.name);
+    if (const std::string_view operand = entry.operand(); !operand.empty()) {
+        line += ' ';
+        line += operand;
+    }
+    std::string text;
+    if (line.size() >= helpColumn) {
+        text = line + '\n';
+        line.clear();
+    }
+    line.resize(helpColumn, ' ');
+    bool fresh = true;
+    for (std::string_view rest = entry.help; !rest.empty();) {
+        const std::string_view word = rest.substr(0, rest.find(' '));
+        rest.remove_prefix(std::min(word.size() + 1, rest.size()));
+        if (!fresh && line.size() + 1 + word.size() > helpWidth) {
+            text += line + '\n';
+            line.assign(helpColumn, ' ');
+            fresh = true;
+        }
+        if (!fresh) line += ' ';
+        line += word;
+        fresh = false;
+    }
+    return text + line + '\n';
+}
 
 CommandLine refused(std::string sentence) {
     CommandLine line;
@@ -96,8 +119,35 @@ std::optional<double> finiteNumber(std::string_view text) noexcept {
 
 } // namespace
 
-const char* CommandLine::help() noexcept {
-    return helpText;
+std::string_view CommandLine::Switch::operand() const noexcept {
+    switch (takes) {
+    case Takes::nothing:
+        return "";
+    case Takes::seconds:
+        return "[SECONDS]";
+    case Takes::folder:
+        return "DIR";
+    case Takes::oneFolder:
+        return "[DIR]";
+    case Takes::folders:
+        return "[FOLDER...]";
+    case Takes::language:
+        return "L";
+    case Takes::name:
+        return "NAME";
+    }
+    return "";
+}
+
+std::span<const CommandLine::Switch> CommandLine::knownSwitches() noexcept {
+    return switches;
+}
+
+std::string CommandLine::help() {
+    std::string text(introduction);
+    for (const Switch& entry : switches)
+        text += helpEntry(entry);
+    return text += remarks;
 }
 
 CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
@@ -116,11 +166,11 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
         if (known->takes == Takes::folder && !hasValue) continue;
         given.push_back(argument);
         if (known->takes == Takes::nothing || !hasValue) continue;
-        if (known->takes == Takes::folders) {
+        if (known->takes == Takes::folders || known->takes == Takes::oneFolder) {
             while (i + 1 < arguments.size() && !arguments[i + 1].starts_with("--"))
                 line.folders.emplace_back(arguments[++i]);
-            if (argument == "--disk-diagnose" && line.folders.size() > 1)
-                return refused("--disk-diagnose measures one folder.");
+            if (known->takes == Takes::oneFolder && line.folders.size() > 1)
+                return refused(std::string(argument) + " measures one folder.");
             continue;
         }
         const std::string_view value = arguments[++i];
@@ -138,6 +188,7 @@ CommandLine CommandLine::parse(std::span<const std::string_view> arguments) {
     }
     const auto has = [&](std::string_view name) { return std::ranges::find(given, name) != given.end(); };
     line.showWindow = has("--show-window");
+    line.showSettings = has("--show-settings");
     line.login = has("--login");
     for (const Switch& known : switches) {
         if (known.action == Action::start || !has(known.name)) continue;

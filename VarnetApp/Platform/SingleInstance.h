@@ -18,6 +18,9 @@ public:
         /// Somebody has started the program once more, or its launcher was clicked.
         /// @param token lets a window take the focus where the desktop asks for one; else empty
         std::function<void(const std::string& token)> activated;
+        /// The same, with something particular in mind.
+        /// @param action whatever name was asked for; not empty
+        std::function<void(const std::string& action, const std::string& token)> asked;
     };
 
     virtual ~SingleInstance() = default;
@@ -30,6 +33,8 @@ public:
     /// Asks the first for its window and waits for its answer, five seconds at most.
     /// @return whether it has answered
     virtual bool requestOpen() = 0;
+    /// The same for one of its actions.
+    virtual bool requestAction(const std::string& action) = 0;
 };
 
 /// That of this session. The application object must exist; the token of this start is taken from the

@@ -86,8 +86,8 @@ StorageProject made(const Folder& folder) {
     } else {
         project.container = managed;
     }
-    project.gitSummary =
-        folder.daysAgo > 20 ? "Clean · matches remote" : "3 modified · 1 untracked · 2 ahead";
+    project.gitSummary = folder.daysAgo > 20 ? "No uncommitted files found"
+                                             : "Uncommitted or untracked files · 2 unpushed commits";
     if (project.isContainer()) project.gitSummary = "Shared files outside worktrees";
     project.lastModified = PreparedMachine::now() - folder.daysAgo * day;
     project.partial = false;

@@ -2,6 +2,7 @@
 
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Previews/HallScreens.h"
+#include "VarnetApp/Previews/MarketingPictures.h"
 #include "VarnetApp/Previews/PreparedCollection.h"
 #include "VarnetApp/Previews/PreparedMachine.h"
 #include "VarnetApp/Previews/Screens.h"
@@ -12,7 +13,10 @@
 
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -43,6 +47,86 @@ std::vector<Picture> screensBeginning(const QString& name) {
     for (Picture& picture : screens())
         if (picture.name.startsWith(name)) pictures.push_back(std::move(picture));
     return pictures;
+}
+
+/// The screens in which every kind of text stands: the pages, also in the least window, where words are cut
+/// off first, the windows beside them, and the sheets.
+constexpr std::array spokenScreens{
+    "overview",
+    "overview-findings",
+    "overview-calm",
+    "overview-gathering",
+    "overview-least",
+    "overview-rules",
+    "overview-error",
+    "sources",
+    "apps",
+    "apps-selected",
+    "apps-selected-small",
+    "apps-least",
+    "projects",
+    "projects-selected",
+    "projects-empty",
+    "servers",
+    "servers-least",
+    "servers-empty-least",
+    "detail-project",
+    "detail-server",
+    "detail-server-least",
+    "detail-system",
+    "storage",
+    "storage-start",
+    "storage-list",
+    "storage-skipped",
+    "storage-detail-worktree",
+    "storage-review",
+    "storage-least",
+    "storage-least-review",
+    "disk-map",
+    "disk-list",
+    "disk-access-sheet",
+    "disk-why",
+    "disk-capacity",
+    "disk-least",
+    "battery",
+    "battery-week",
+    "battery-least",
+    "battery-fresh",
+    "hall",
+    "hall-lower",
+    "hall-fine-print",
+    "hall-least",
+    "hall-fresh",
+    "hall-toast",
+    "weekly-sheet",
+    "report-sheet",
+    "stop-before",
+    "stop-survivors",
+    "stop-before-least",
+    "batch-before",
+    "batch-survivors",
+    "batch-before-least",
+    "quit",
+    "quit-forced",
+    "panel",
+    "panel-update",
+    "panel-gathering",
+    "settings",
+    "settings-small",
+    "settings-login",
+    "settings-clear",
+    "settings-reset",
+    "onboarding",
+    "onboarding-small",
+};
+
+/// The codes of the languages to paint in.
+std::vector<QString> languagesFor(const QString& wanted) {
+    if (!wanted.isEmpty()) return {wanted};
+    std::vector<QString> codes;
+    for (const AppLanguage language : appLanguages)
+        codes.push_back(QString::fromUtf8(rawValue(language)));
+    return codes;
 }
 
 bool writeInAllLooks(const std::vector<Picture>& pictures, const std::filesystem::path& folder,
@@ -117,6 +201,42 @@ int Previews::renderReports(const std::filesystem::path& folder, const QString& 
     bool complete = writeScreen(reportSheet(), folder, language);
     complete = write(shareCard(localization), folder / ShareCard::suggestedName) && complete;
     complete = write(weeklyCard(localization), folder / WeeklyCard::suggestedName) && complete;
+    return complete ? 0 : 1;
+}
+
+int Previews::renderLocalization(const std::filesystem::path& folder, const QString& language,
+                                 const QString& only) {
+    if (!makeFolder(folder)) return 1;
+    const std::vector<QString> languages = languagesFor(language);
+    std::set<QString> missing;
+    for (const char* const name : spokenScreens)
+        if (QString(name).startsWith(only)) missing.insert(name);
+    bool complete = true;
+    for (const Picture& picture : screensBeginning(only)) {
+        if (missing.erase(picture.name) == 0) continue;
+        for (const QString& code : languages)
+            complete = write(paint(picture, Look::dark, 1, code),
+                             folder / (picture.name + '-' + code + ".png").toStdString()) &&
+                       complete;
+    }
+    for (const QString& name : missing)
+        std::fprintf(stderr, "varnet: there is no screen called %s\n", qPrintable(name));
+    return complete && missing.empty() ? 0 : 1;
+}
+
+int Previews::renderMarketing(const std::filesystem::path& folder, const QString& language) {
+    if (!makeFolder(folder)) return 1;
+    const AppLocalization localization(nullptr, language);
+    bool complete = true;
+    for (const MarketingPicture& picture : marketingPictures()) {
+        const std::vector<Picture> screen = screensBeginning(picture.screen);
+        const auto shown = std::ranges::find(screen, picture.screen, &Picture::name);
+        const QImage window =
+            shown == screen.end() ? QImage() : paint(*shown, Look::dark, marketingScale, language);
+        complete = write(paintMarketing(picture, window, localization),
+                         folder / (picture.name.toStdString() + ".png")) &&
+                   complete;
+    }
     return complete ? 0 : 1;
 }
 

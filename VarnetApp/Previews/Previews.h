@@ -26,4 +26,14 @@ int renderCollection(const std::filesystem::path& folder, const QString& languag
 /// Writes the pictures that are shared, and the sheet that shares a report. @return the program's exit status
 int renderReports(const std::filesystem::path& folder, const QString& language);
 
+/// Writes the main screens into a folder, one picture for each language: "overview-cs.png".
+/// @param language writes this one alone; empty: all that the program speaks
+/// @param only as for `render`
+int renderLocalization(const std::filesystem::path& folder, const QString& language,
+                       const QString& only = {});
+
+/// Writes pictures that show the program to people, of what its screens show and say. @return the program's
+/// exit status
+int renderMarketing(const std::filesystem::path& folder, const QString& language);
+
 } // namespace varnet::Previews

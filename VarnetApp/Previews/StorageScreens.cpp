@@ -120,7 +120,7 @@ std::vector<Picture> storageScreens() {
     const char* const moved = "Moved 3 folders to Trash. Space is freed when you empty Trash. Reinstall "
                               "dependencies before using that project again.";
     const char* const skipped =
-        "2 moved; 2 skipped. node_modules: A process is using this project. Close it, then rescan.\n"
+        "2 moved; 2 skipped. node_modules: A process is using this project. Stop its tasks, then try again.\n"
         "apps/web/.next/cache: The folder changed since the scan. Rescan before cleaning.";
     const char* const refused =
         "Choose a folder containing projects, rather than your whole disk or home folder.";

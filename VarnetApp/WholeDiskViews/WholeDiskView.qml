@@ -54,7 +54,7 @@ FocusScope {
         DiskBreadcrumb {
             x: view.padding
             y: view.mapTop - 44 + 3
-            width: Math.max(0, tools.x - 16 - x)
+            width: Math.max(0, tools.x - 8 - x)
             model: disk
         }
         Row {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace varnet {
 
 /// Languages of the program's texts.
 enum class AppLanguage { english, czech };
+
+inline constexpr std::array appLanguages{AppLanguage::english, AppLanguage::czech};
 
 /// "en" or "cs".
 constexpr std::string_view rawValue(AppLanguage language) noexcept {

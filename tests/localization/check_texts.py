@@ -71,7 +71,7 @@ ASSEMBLED = {
     "3 processes · read only": "3 procesy · jen ke čtení",
     "System process · read only · Partial readings": "Systémový proces · jen ke čtení · neúplné údaje",
     "storefront · Running 4h 12m": "storefront · běží 4h 12m",
-    "No project identified · Running 12m": "Projekt se nepodařilo určit · běží 12 min",
+    "No project identified · Running 12m": "Neznámý projekt · běží 12 min",
     "12 · CPU: 30s average, whole Mac": "12 · CPU: průměr za 30 s, celý Mac",
     "Updated 4s ago": "Aktualizováno před 4 s",
     "Updated 12m ago": "Aktualizováno před 12 min",

@@ -35,16 +35,17 @@ const QString& startupToken() {
 } // namespace
 
 void ApplicationObject::Activate(const QVariantMap& platformData) {
-    const QString token = platformData.value(waylandToken()).toString();
-    emit activated(token.isEmpty() ? platformData.value(startupToken()).toString() : token);
+    ActivateAction({}, {}, platformData);
 }
 
 void ApplicationObject::Open(const QStringList&, const QVariantMap& platformData) {
     Activate(platformData);
 }
 
-void ApplicationObject::ActivateAction(const QString&, const QVariantList&, const QVariantMap& platformData) {
-    Activate(platformData);
+void ApplicationObject::ActivateAction(const QString& action, const QVariantList&,
+                                       const QVariantMap& platformData) {
+    const QString token = platformData.value(waylandToken()).toString();
+    emit activated(action, token.isEmpty() ? platformData.value(startupToken()).toString() : token);
 }
 
 BusNameInstance::BusNameInstance(const QString& address, QString token)
@@ -52,8 +53,10 @@ BusNameInstance::BusNameInstance(const QString& address, QString token)
     // Queued, so that whoever asked has the answer before the window is built.
     QObject::connect(
         &object_, &ApplicationObject::activated, &object_,
-        [this](const QString& activation) {
-            if (handlers_.activated) {
+        [this](const QString& action, const QString& activation) {
+            if (!action.isEmpty() && handlers_.asked) {
+                handlers_.asked(action.toStdString(), activation.toStdString());
+            } else if (handlers_.activated) {
                 handlers_.activated(activation.toStdString());
             }
         },
@@ -85,6 +88,14 @@ SingleInstance::Claim BusNameInstance::claim() {
 }
 
 bool BusNameInstance::requestOpen() {
+    return ask(QStringLiteral("Activate"), {});
+}
+
+bool BusNameInstance::requestAction(const std::string& action) {
+    return ask(QStringLiteral("ActivateAction"), {QString::fromStdString(action), QVariantList()});
+}
+
+bool BusNameInstance::ask(const QString& member, QVariantList arguments) {
     if (!bus_) {
         return false;
     }
@@ -92,9 +103,9 @@ bool BusNameInstance::requestOpen() {
     if (!token_.isEmpty()) {
         platformData = {{waylandToken(), token_}, {startupToken(), token_}};
     }
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(name(), path(), interface(), QStringLiteral("Activate"));
-    call.setArguments({platformData});
+    arguments.append(platformData);
+    QDBusMessage call = QDBusMessage::createMethodCall(name(), path(), interface(), member);
+    call.setArguments(arguments);
     call.setAutoStartService(false);
     return (*bus_)->call(call, QDBus::Block, openTimeout).type() == QDBusMessage::ReplyMessage;
 }

@@ -26,7 +26,8 @@ public slots:
                         const QVariantMap& platformData);
 
 signals:
-    void activated(const QString& token);
+    /// @param action empty: none in particular
+    void activated(const QString& action, const QString& token);
 };
 
 /// The first instance is who owns the program's name on the session's bus.
@@ -40,8 +41,12 @@ public:
     void listen(Handlers handlers) override;
     Claim claim() override;
     bool requestOpen() override;
+    bool requestAction(const std::string& action) override;
 
 private:
+    /// Calls the first and waits for its answer. @param arguments before the start's own particulars
+    bool ask(const QString& member, QVariantList arguments);
+
     // Constant after construction.
     const QString token_;
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -90,27 +92,52 @@ TEST(CommandLineTest, eachRendererKeepsItsOwnFolder) {
         Action action;
         std::string_view folder;
     };
-    for (const Row& row :
-         std::vector<Row>{{"collection", {"--render-collection", "a"}, Action::renderCollection, "a"},
-                          {"reports", {"--render-reports", "a"}, Action::renderReports, "a"},
-                          {"order of testing",
-                           {"--render-reports", "r", "--render-collection", "c"},
-                           Action::renderCollection,
-                           "c"},
-                          {"previews before reports",
-                           {"--render-reports", "r", "--render-previews", "p"},
-                           Action::renderPreviews,
-                           "p"},
-                          {"without a folder it is absent",
-                           {"--render-collection", "--render-reports", "r"},
-                           Action::renderReports,
-                           "r"},
-                          {"last of all", {"--render-reports"}, Action::start, ""}}) {
+    for (const Row& row : std::vector<Row>{
+             {"collection", {"--render-collection", "a"}, Action::renderCollection, "a"},
+             {"reports", {"--render-reports", "a"}, Action::renderReports, "a"},
+             {"order of testing",
+              {"--render-reports", "r", "--render-collection", "c"},
+              Action::renderCollection,
+              "c"},
+             {"previews before reports",
+              {"--render-reports", "r", "--render-previews", "p"},
+              Action::renderPreviews,
+              "p"},
+             {"without a folder it is absent",
+              {"--render-collection", "--render-reports", "r"},
+              Action::renderReports,
+              "r"},
+             {"languages before all others",
+              {"--render-storage", "s", "--render-localization", "l"},
+              Action::renderLocalization,
+              "l"},
+             {"marketing before previews, after what is measured",
+              {"--render-previews", "p", "--render-marketing", "m"},
+              Action::renderMarketing,
+              "m"},
+             {"but measuring wins", {"--render-marketing", "m", "--diagnose"}, Action::diagnose, ""},
+             {"last of all", {"--render-reports"}, Action::start, ""}}) {
         SCOPED_TRACE(row.name);
         const CommandLine line = CommandLine::parse(row.arguments);
         EXPECT_EQ(line.action, row.action);
         EXPECT_EQ(line.folder, row.folder);
     }
+}
+
+TEST(CommandLineTest, diskDiagnoseMeasuresOneFolder) {
+    const std::vector<std::string_view> arguments{"--disk-diagnose", "a", "b"};
+    EXPECT_EQ(CommandLine::parse(arguments).refusal, "--disk-diagnose measures one folder.");
+}
+
+TEST(CommandLineTest, helpTellsOfEverySwitchInLinesOfATerminal) {
+    const std::string help = CommandLine::help();
+    for (const CommandLine::Switch& known : CommandLine::knownSwitches()) {
+        EXPECT_NE(help.find("\n  " + std::string(known.name)), std::string::npos) << known.name;
+        EXPECT_FALSE(known.help.empty()) << known.name;
+    }
+    std::istringstream lines(help);
+    for (std::string line; std::getline(lines, line);)
+        EXPECT_LE(line.size(), 80U) << line;
 }
 
 } // namespace

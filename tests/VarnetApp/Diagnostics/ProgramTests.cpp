@@ -79,10 +79,15 @@ TEST_F(ProgramTest, diagnosePrintsTheWholePicture) {
 TEST_F(ProgramTest, renderersWriteTheirPicturesAndNothingElse) {
     const std::map<std::string, std::set<std::string>> renderers{
         {"--render-collection", {"collection-minimum.png", "earned-badges.png", "weekly-roast.png"}},
+        {"--render-marketing",
+         {"marketing-overview.png", "marketing-servers.png", "marketing-disk.png", "marketing-hall.png"}},
+        {"--preview-only onboarding --render-localization",
+         {"onboarding-cs.png", "onboarding-en.png", "onboarding-small-cs.png", "onboarding-small-en.png"}},
+        {"--preview-only quit-forced --preview-language cs --render-localization", {"quit-forced-cs.png"}},
         {"--render-reports", {"my-mac-report.png", "My-week-lightly-roasted.png", "report-sheet.png"}}};
     for (const auto& [renderer, names] : renderers) {
         SCOPED_TRACE(renderer);
-        const Outcome outcome = run(renderer + " pictures" + renderer);
+        const Outcome outcome = run(renderer + " 'pictures" + renderer + "'");
         ASSERT_EQ(outcome.status, 0) << outcome.output;
         std::set<std::string> written;
         for (const auto& entry :

@@ -22,8 +22,10 @@ protected:
     void SetUp() override { ASSERT_TRUE(bus.running()); }
 
     /// The second start's request, which waits for the first on this thread's event loop.
-    bool requestedOpen(SingleInstance& second) {
-        auto answer = std::async(std::launch::async, [&] { return second.requestOpen(); });
+    bool requestedOpen(SingleInstance& second, const std::string& action = {}) {
+        auto answer = std::async(std::launch::async, [&] {
+            return action.empty() ? second.requestOpen() : second.requestAction(action);
+        });
         EXPECT_TRUE(eventually(
             [&] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
         return answer.get();
@@ -33,7 +35,9 @@ protected:
     PrivateBus bus{folder};
     std::vector<std::string> tokens;
     SingleInstance::Handlers recording{
-        .activated = [this](const std::string& token) { tokens.push_back(token); }};
+        .activated = [this](const std::string& token) { tokens.push_back(token); },
+        .asked = [this](const std::string& action,
+                        const std::string& token) { tokens.push_back(action + " with " + token); }};
 };
 
 TEST_F(SingleInstanceTest, laterStartsAskTheFirstForItsWindow) {
@@ -47,8 +51,9 @@ TEST_F(SingleInstanceTest, laterStartsAskTheFirstForItsWindow) {
     BusNameInstance third(bus.address(), "");
     EXPECT_EQ(third.claim(), Claim::second);
     EXPECT_TRUE(requestedOpen(third));
-    ASSERT_TRUE(eventually([&] { return tokens.size() == 2; }));
-    EXPECT_THAT(tokens, ElementsAre("token 1", ""));
+    EXPECT_TRUE(requestedOpen(second, "settings"));
+    ASSERT_TRUE(eventually([&] { return tokens.size() == 3; }));
+    EXPECT_THAT(tokens, ElementsAre("token 1", "", "settings with token 1"));
 
     first.reset();
     EXPECT_FALSE(requestedOpen(third)) << "nobody is started to answer";
@@ -68,12 +73,13 @@ TEST_F(SingleInstanceTest, launchersMayOpenFilesOrActions) {
     };
     call("Open", {QStringList{"file:///x"}, QVariantMap{{"activation-token", "a"}}});
     call("ActivateAction", {"settings", QVariantList(), QVariantMap{{"desktop-startup-id", "b"}}});
+    call("ActivateAction", {"", QVariantList(), QVariantMap{{"activation-token", "c"}}});
     call("Activate", {QVariantMap{{"activation-token", 5}}});
     call("Activate", {"no map"});
     call("deleteLater", {});
     call("Activate", {QVariantMap{{"activation-token", "last"}}});
     ASSERT_TRUE(eventually([&] { return !tokens.empty() && tokens.back() == "last"; }));
-    EXPECT_THAT(tokens, ElementsAre("a", "b", "5", "last"));
+    EXPECT_THAT(tokens, ElementsAre("a", "settings with b", "c", "5", "last"));
 }
 
 TEST_F(SingleInstanceTest, withoutABusTheProgramSimplyStarts) {
