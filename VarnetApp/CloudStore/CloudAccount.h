@@ -62,9 +62,17 @@ struct CloudServiceError {
     static CloudServiceError noAnswer() {
         return {unavailable, "Cloud is unavailable. Local monitoring continues."};
     }
+    /// The user's passwords cannot be reached.
+    static CloudServiceError keychain() {
+        return {"keychain", "Couldn’t read your cloud account. Unlock your Mac and try again."};
+    }
+    /// What waits to be sent cannot be kept or read; it is tried again, as with a network that fails.
+    static CloudServiceError queue() {
+        return {unavailable, "Cloud history could not be queued. Check available disk space."};
+    }
     /// What the service gives as its reason; empty for what is none.
     static std::optional<CloudServiceError> parse(std::string_view json);
-    /// The service itself has spoken.
+    /// More than a network that fails in passing: the service itself has spoken, or the keychain.
     bool isAnswer() const { return code != unavailable && code != configuration; }
 
     friend bool operator==(const CloudServiceError&, const CloudServiceError&) = default;

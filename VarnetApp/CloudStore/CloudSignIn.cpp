@@ -44,8 +44,12 @@ std::string challengeOf(const std::string& verifier) {
         .toStdString();
 }
 
+QString textOf(const CloudServiceError& error) {
+    return QString::fromStdString(error.message);
+}
+
 QString noAnswer() {
-    return QString::fromStdString(CloudServiceError::noAnswer().message);
+    return textOf(CloudServiceError::noAnswer());
 }
 
 } // namespace
@@ -60,9 +64,7 @@ void CloudStore::signIn(std::function<bool(const QUrl&)> openURL) {
                           [this, attempt, openURL](const platform::Keychain::Entry& entry) {
                               if (attempt != attempt_) return;
                               if (entry.outcome == platform::Keychain::Outcome::failed)
-                                  return endSignIn(
-                                      "Couldn’t read your cloud account. Unlock your Mac and try "
-                                      "again.");
+                                  return endSignIn(textOf(CloudServiceError::keychain()));
                               pair(attempt, openURL);
                           });
 }
@@ -82,7 +84,7 @@ void CloudStore::pair(std::uint64_t attempt, std::function<bool(const QUrl&)> op
     if (pairing->verifier.empty()) return endSignIn(noAnswer());
     ask("pair", {{"challenge", challengeOf(pairing->verifier)}}, [this, pairing](const Answer& reply) {
         if (pairing->attempt != attempt_) return;
-        if (!reply) return endSignIn(QString::fromStdString(reply.error().message));
+        if (!reply) return endSignIn(textOf(reply.error()));
         openBrowser(*reply, pairing);
     });
 }
@@ -111,7 +113,7 @@ void CloudStore::poll(std::shared_ptr<Pairing> pairing) {
                     // The user is in the browser meanwhile: a network that fails in passing ends nothing.
                     if (error.code == CloudServiceError::authorizationPending || !error.isAnswer())
                         return poll(pairing);
-                    return endSignIn(QString::fromStdString(error.message));
+                    return endSignIn(textOf(error));
                 }
                 const auto credentials = CloudCredentials::parse(reply->dump());
                 if (!credentials) return endSignIn(noAnswer());
@@ -123,10 +125,11 @@ void CloudStore::poll(std::shared_ptr<Pairing> pairing) {
 void CloudStore::connectAccount(const CloudCredentials& credentials, std::uint64_t attempt) {
     setup_->keychain.write(
         keychainService, keychainAccount, credentials.json(), this, [this, credentials, attempt](bool done) {
-            if (attempt != attempt_) return;
-            if (!done)
-                return endSignIn("Couldn’t read your cloud account. Unlock your Mac and try "
-                                 "again.");
+            if (attempt != attempt_) { // given up meanwhile
+                setup_->keychain.remove(keychainService, keychainAccount, this, [](bool) {});
+                return;
+            }
+            if (!done) return endSignIn(textOf(CloudServiceError::keychain()));
             credentials_ = credentials;
             devices_.clear();
             lastBackup_.reset();

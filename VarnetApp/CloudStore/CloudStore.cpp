@@ -14,9 +14,9 @@ namespace varnet {
 
 namespace {
 
-const QString keychainLocked =
-    QStringLiteral("Couldn’t read your cloud account. Unlock your Mac and try again.");
-const QString notQueued = QStringLiteral("Cloud history could not be queued. Check available disk space.");
+QString textOf(const CloudServiceError& error) {
+    return QString::fromStdString(error.message);
+}
 
 } // namespace
 
@@ -51,7 +51,7 @@ void CloudStore::start() {
             if (entry.outcome == Outcome::missing || credentials_) return;
             credentials_ =
                 entry.outcome == Outcome::done ? CloudCredentials::parse(entry.data) : std::nullopt;
-            if (!credentials_) return say(keychainLocked);
+            if (!credentials_) return say(textOf(CloudServiceError::keychain()));
             emit changed();
             look();
         });
@@ -85,6 +85,7 @@ void CloudStore::observe(std::shared_ptr<const MonitorSnapshot> snapshot, const 
         },
         [this](bool queued) {
             capturing_ = false;
+            const QString notQueued = textOf(CloudServiceError::queue());
             if (!queued) return say(notQueued);
             if (message_ == notQueued) say({});
         });
@@ -125,7 +126,7 @@ void CloudStore::fail(const CloudServiceError& error) {
     if (error.code == CloudServiceError::invalidToken) return rejectToken(error);
     // A network that fails in passing is nobody's business; what the user has asked for is.
     if (!syncing_ || error.isAnswer()) {
-        say(QString::fromStdString(error.message));
+        say(textOf(error));
         troubled_ = syncing_;
     }
     if (syncing_) {
@@ -141,7 +142,7 @@ void CloudStore::rejectToken(const CloudServiceError& error) {
         // A token that stays in the keychain is rejected again at the next start.
         credentials_.reset();
         devices_.clear();
-        say(QString::fromStdString(error.message));
+        say(textOf(error));
         end();
     });
 }
@@ -169,7 +170,7 @@ void CloudStore::save(CloudCredentials credentials, Then then) {
     std::string json = credentials.json();
     setup_->keychain.write(keychainService, keychainAccount, std::move(json), this,
                            [this, credentials = std::move(credentials), then = std::move(then)](bool done) {
-                               if (!done) return fail({"keychain", keychainLocked.toStdString()});
+                               if (!done) return fail(CloudServiceError::keychain());
                                credentials_ = credentials;
                                emit changed();
                                then();

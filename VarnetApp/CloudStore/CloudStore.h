@@ -60,7 +60,7 @@ public:
     static constexpr double period = 300;
     static constexpr double firstRetry = 30;
     static constexpr double longestRetry = 3600;
-    /// Between two looks of the loop, at least.
+    /// Seconds between two looks of the loop, at least.
     static constexpr double loopPeriod = 30;
     /// Seconds between two questions whether the browser is done, and after which nobody waits any longer.
     static constexpr double pollInterval = 2;

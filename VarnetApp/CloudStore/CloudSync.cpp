@@ -20,9 +20,6 @@ namespace {
 
 constexpr std::size_t mostDevices = 1'000;
 
-const CloudServiceError queueFailed{CloudServiceError::unavailable,
-                                    "Cloud history could not be queued. Check available disk space."};
-
 std::optional<CloudDevice> deviceOf(const Json& json) {
     CloudDevice device;
     const bool whole = readKey(json, "id", device.id) && readKey(json, "name", device.name) &&
@@ -94,7 +91,7 @@ void CloudStore::sendPolicy(Then then) {
         if (chosen.mode != "off" && chosen.generation == credentials_->generation) return conclude();
         // Before it counts: if it ends in between, the next cycle does both again.
         discard(credentials_->scope(), [this, conclude](bool done) {
-            if (!done) return fail(queueFailed);
+            if (!done) return fail(CloudServiceError::queue());
             conclude();
         });
     });
@@ -120,8 +117,7 @@ void CloudStore::sendDisconnect() {
 /// Last comes what a restart would begin with.
 void CloudStore::forgetAccount() {
     setup_->keychain.remove(keychainService, keychainAccount, this, [this](bool done) {
-        if (!done)
-            return fail({"keychain", "Couldn’t read your cloud account. Unlock your Mac and try again."});
+        if (!done) return fail(CloudServiceError::keychain());
         credentials_.reset();
         devices_.clear();
         lastBackup_.reset();
@@ -162,7 +158,7 @@ void CloudStore::takeStatus(const Json& reply) {
     const std::string old = credentials_->scope();
     credentials_->generation = current.generation; // from here on news goes to the new archive
     discard(old, [this, current](bool done) {
-        if (!done) return fail(queueFailed);
+        if (!done) return fail(CloudServiceError::queue());
         save(current, [this] { drain(); });
     });
 }
@@ -176,7 +172,7 @@ void CloudStore::archiveGone() {
     const std::string scope = stopped.scope();
     credentials_->pendingMode = "off"; // nothing more is queued from here on
     discard(scope, [this, stopped](bool done) {
-        if (!done) return fail(queueFailed);
+        if (!done) return fail(CloudServiceError::queue());
         save(stopped, [this] {
             say(QStringLiteral(
                 "This cloud archive was deleted. Enable backup again to start a new archive."));
@@ -208,7 +204,7 @@ void CloudStore::drain() {
             return parcel;
         },
         [this, scope](Parcel parcel) {
-            if (!parcel.batch) return fail(queueFailed);
+            if (!parcel.batch) return fail(CloudServiceError::queue());
             if (parcel.batch->acknowledgements.empty()) return endCycle();
             setup_->service.post("sync", std::move(parcel.body), this,
                                  [this, scope, batch = parcel.batch](const CloudReply<std::string>& reply) {
@@ -226,7 +222,7 @@ void CloudStore::acknowledge(std::shared_ptr<const CloudBatch> batch, const std:
     onRecorder([recorder = setup_->recorder, batch = std::move(batch),
                 scope] { return recorder->ack(*batch, scope).has_value(); },
                [this](bool done) {
-                   if (!done) return fail(queueFailed);
+                   if (!done) return fail(CloudServiceError::queue());
                    lastBackup_ = clock_.now();
                    emit changed();
                    drain();

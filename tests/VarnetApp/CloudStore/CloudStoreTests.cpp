@@ -316,7 +316,7 @@ TEST_F(CloudTest, theVerifierStaysHereUntilTheBrowserIsDone) {
     for (int poll = 0; poll < 5; ++poll) {
         if (poll == 3) service.authorize();
         queue.advance(2);
-        linger();
+        ASSERT_TRUE(eventually([&] { return queue.waiting() > 0 || !store->signingIn(); }));
         EXPECT_EQ(store->message() == waiting, poll < 4) << "a network that fails in passing ends nothing";
     }
     ASSERT_TRUE(eventually([&] { return store->signedIn(); }));
