@@ -110,11 +110,13 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "${VARNET_HOMEPAGE}")
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# What is loaded by name when the program runs, which no tool can see: QML modules, and the zones of dates.
+# What is loaded by name when the program runs, which no tool can see: QML modules, the keyring's library, and
+# the zones of dates.
 string(
     JOIN
     ", "
     CPACK_DEBIAN_PACKAGE_DEPENDS
+    libsecret-1-0
     qml6-module-qtqml
     qml6-module-qtqml-models
     qml6-module-qtqml-workerscript
