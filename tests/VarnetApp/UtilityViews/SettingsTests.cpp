@@ -96,7 +96,8 @@ TEST_F(SettingsTests, theKeyboardReachesEverythingAndBringsItIntoView) {
                            "Keep in Dock when the window closes", "Allow access", "Recent actions",
                            "Restore Similar finding " + knownMoment(30),
                            "Restore High CPU finding " + knownMoment(90), "Clear history", "Open collection",
-                           "Reset collection", "Check for Updates", "Automatically check for updates"}));
+                           "Reset collection", "Open Cloud backup", "Send feedback", "Check for Updates",
+                           "Automatically check for updates"}));
 }
 
 TEST_F(SettingsTests, cancellingAnAlertChangesNothingAndConfirmingActs) {
@@ -182,7 +183,7 @@ TEST_F(SettingsTests, loginSaysWhatTheDesktopMadeOfIt) {
 
 TEST_F(SettingsTests, whatIsRestoredLeavesTheList) {
     giveHistory();
-    open("SettingsView", {640, 1400});
+    open("SettingsView", {640, 1700});
     ASSERT_NE(known(QAccessible::Grouping, "Ignored findings (2)"), nullptr);
     clickOn(knownItem(QAccessible::Button, "Restore High CPU finding " + knownMoment(90)));
     fakes.queue.run();
@@ -193,7 +194,7 @@ TEST_F(SettingsTests, whatIsRestoredLeavesTheList) {
 
 TEST_F(SettingsTests, recentActionsOpenInPlace) {
     giveHistory();
-    open("SettingsView", {640, 1400});
+    open("SettingsView", {640, 1700});
     const QString action = "Django stopped " + knownMoment(60);
     EXPECT_EQ(known(QAccessible::ListItem, action), nullptr);
     clickOn(knownItem(QAccessible::Button, "Recent actions"));
@@ -203,7 +204,7 @@ TEST_F(SettingsTests, recentActionsOpenInPlace) {
 }
 
 TEST_F(SettingsTests, anUpdateIsLookedForFoundAndFetched) {
-    open("SettingsView", {640, 1400});
+    open("SettingsView", {640, 1700});
     clickOn(knownItem(QAccessible::Button, "Check for Updates"));
     EXPECT_EQ(updates.checks, 1);
     updates.busy = true;
