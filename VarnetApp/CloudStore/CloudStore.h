@@ -126,6 +126,8 @@ public:
     QString email() const;
     QString mode() const;
     QString message() const { return message_.value_or(QString()); }
+    /// The user has read it.
+    void dismissMessage() { say({}); }
     bool busy() const { return busy_; }
     bool signingIn() const { return signingIn_; }
     const std::optional<Date>& lastBackup() const noexcept { return lastBackup_; }

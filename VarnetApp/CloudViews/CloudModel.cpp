@@ -67,9 +67,6 @@ void CloudModel::refresh() {
     } else {
         next.state = CloudTexts::state(false, false, {}, {});
     }
-    // Something new to say is said, also when it is what was said before something else.
-    if (next.message != dismissed_) dismissed_.clear();
-    if (!dismissed_.isEmpty()) next.message.clear();
     refreshDevices();
     if (next == shown_) return;
     shown_ = std::move(next);
@@ -120,8 +117,7 @@ void CloudModel::openAccount() {
 }
 
 void CloudModel::dismissMessage() {
-    dismissed_ = shown_.message;
-    refresh();
+    if (context().cloud) context().cloud->dismissMessage();
 }
 
 void CloudModel::openCloud() {

@@ -99,7 +99,6 @@ private:
     void refreshDevices();
 
     Shown shown_;
-    QString dismissed_; ///< the message that was read
     KeyedListModel<CloudDeviceRow> devices_;
 };
 
