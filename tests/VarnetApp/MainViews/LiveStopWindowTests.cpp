@@ -71,10 +71,12 @@ protected:
         return child;
     }
 
-    void open(Page page) {
+    /// @param search narrows the list to what is in sight on a machine with much else
+    void open(Page page, const char* search = "") {
         store_.start();
         queue_.advance(3);
         store_.setPage(page);
+        store_.setSearch(search);
         showWindow(context_);
     }
 
@@ -133,7 +135,7 @@ protected:
 TEST_F(LiveStopWindowTests, aStubbornServerGoesOnlyWhenTheUserInsists) {
     const auto server = start("shop", {"listen", "worker", "stubborn"});
     const auto bystander = start("shop", {});
-    open(Page::servers);
+    open(Page::servers, "shop");
     click(partOf(rowOf(server->pid()), "Review this server"));
     ASSERT_NE(
         called("Stops only the processes below. Related work may be interrupted. Your IDE, terminal and "
@@ -206,7 +208,7 @@ TEST_F(LiveStopWindowTests, aBatchStopsSharedWorkersOnce) {
 
 TEST_F(LiveStopWindowTests, aTargetThatGoesWhileTheSheetIsOpenIsToldAsGone) {
     const auto server = start("shop", {"listen"});
-    open(Page::servers);
+    open(Page::servers, "shop");
     click(partOf(rowOf(server->pid()), "Review this server"));
     server->end(SIGKILL);
     clickOn("Quit");
