@@ -22,7 +22,7 @@ WINDOWS = (MAIN, PANEL, SETTINGS, CLOUD, FEEDBACK)
 SETTLED = 0.4   # seconds after a key that changes the view
 PAGES = range(1, 9)
 SEARCH = "python"
-BACK_TO_CLOUD = 4  # controls from the first one of the settings backwards
+BACK_TO_CLOUD = 3  # controls from the first one of the settings backwards
 PROJECTS_X, WHOLE_DISK_X = 876, 967  # pixels in the main window
 MAP = "varnet-disk"  # part of the name of the folder that holds a map of the disk
 
