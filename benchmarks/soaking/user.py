@@ -40,8 +40,10 @@ class User:
         self.scanned = self.mapped = False
         self.display = Display()
 
-    def round(self, number):
-        """All there is, once."""
+    def round(self, number, keeps_open):
+        """All there is, once.
+
+        keeps_open: the main window stays, and with it whatever the views hold on to"""
         server = self._start_server(number)
         self.main_window()
         self.pages()
@@ -54,7 +56,8 @@ class User:
         self.pages()
         self.panel()
         self.feedback()
-        self.close_all()
+        if not keeps_open:
+            self.close_all()
 
     def end(self):
         self.display.close()
