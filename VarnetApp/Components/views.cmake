@@ -6,6 +6,7 @@ list(
     Components/Charts/LineChartItem.cpp
     Components/Charts/RingItem.cpp
     Components/Charts/StackedBarItem.cpp
+    Components/DialogRemains.cpp
     Components/FigureItem.cpp
     Components/IconItem.cpp
     Components/IconPaths.cpp

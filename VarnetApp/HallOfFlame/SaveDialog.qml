@@ -10,6 +10,8 @@ FileDialog {
     // It has gone, or did not come.
     signal closed(bool shown)
 
+    readonly property DialogRemains remains: DialogRemains {}
+
     title: Words.text("Save PNG")
     fileMode: FileDialog.SaveFile
     defaultSuffix: "png"
@@ -23,6 +25,7 @@ FileDialog {
     function ask(suggested: url): void {
         selectedFile = suggested;
         open();
+        remains.note();
         if (!visible)
             dialog.closed(false);
     }

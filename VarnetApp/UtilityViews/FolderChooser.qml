@@ -10,6 +10,8 @@ FolderDialog {
     // It has gone, or did not come.
     signal closed(bool shown)
 
+    readonly property DialogRemains remains: DialogRemains {}
+
     title: Words.text("Grant access to a project folder")
     onAccepted: {
         dialog.chosen(dialog.selectedFolder);
@@ -19,6 +21,7 @@ FolderDialog {
 
     function ask(): void {
         open();
+        remains.note();
         if (!visible)
             dialog.closed(false);
     }

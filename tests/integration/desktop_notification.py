@@ -58,5 +58,5 @@ class DesktopNotification(unittest.TestCase):
 
 if __name__ == "__main__":
     if "VARNET_SESSION_INSIDE" not in os.environ:
-        sys.exit(enter(os.path.abspath(sys.argv[1]), PATIENCE + 60))
+        sys.exit(enter(os.path.abspath(sys.argv[1]), seconds=PATIENCE + 60))
     unittest.main(argv=sys.argv[:1], verbosity=2, warnings="ignore")

@@ -20,6 +20,10 @@ TOGGLES = ["Launch at login", "Show whole Mac CPU in menu bar", "Notify me about
            "React to my Mac’s activity", "Keep in Dock when the window closes", "Automatically check for updates"]
 
 
+def threads(process):
+    return [name.read_text().strip() for name in pathlib.Path(f"/proc/{process.pid}/task").glob("*/comm")]
+
+
 class DesktopSession(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -173,6 +177,8 @@ class DesktopSession(unittest.TestCase):
                 xdotool("key", "Escape")
                 wait(lambda: not choosers(), "the folder chooser to go")
             self.assertIsNone(session.setting("projectFolderBookmarks"))
+            # Each has a thread that watches the folder it shows.
+            wait(lambda: "FileInfoThread" not in threads(program), "the chooser's thread to go")
 
         self.assertEqual(terminate(program), 0)
 

@@ -21,9 +21,9 @@ WATCHER = """<node><interface name="org.kde.StatusNotifierWatcher">
 <signal name="StatusNotifierHostRegistered"/></interface></node>"""
 
 
-def enter(program, seconds=100):
-    """Runs this very script again inside a scratch home, a display and a session bus. Returns its status.
-    Ends it after so many seconds."""
+def enter(*arguments, seconds=100):
+    """Runs this very script again with these arguments inside a scratch home, a display and a session bus.
+    Returns its status. Ends it after so many seconds."""
     with tempfile.TemporaryDirectory(prefix="varnet-session-") as scratch:
         read, write = os.pipe()
         display = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x900x24", "-nolisten",
@@ -44,7 +44,7 @@ def enter(program, seconds=100):
             environment |= places | {"DISPLAY": ":" + number, "QT_QPA_PLATFORM": "xcb", "LANG": "C.UTF-8",
                                      "GSETTINGS_BACKEND": "memory", "NO_AT_BRIDGE": "1",
                                      "VARNET_SESSION_INSIDE": "1"}
-            return subprocess.run(["dbus-run-session", "--", sys.executable, "-B", sys.argv[0], program],
+            return subprocess.run(["dbus-run-session", "--", sys.executable, "-B", sys.argv[0], *arguments],
                                   env=environment, timeout=seconds).returncode
         finally:
             display.terminate()
@@ -54,8 +54,9 @@ def enter(program, seconds=100):
 class Session:
     """What stands around the program. Use it as a context."""
 
-    def __init__(self, program):
+    def __init__(self, program, screen_reader=True):
         self.program = program
+        self.screen_reader = screen_reader
         self.settings = pathlib.Path(os.environ["XDG_CONFIG_HOME"], "Varnet", "Varnet.ini")
         self.bus = Gio.bus_get_sync(Gio.BusType.SESSION)
         self.items = []  # bus names in the tray, in the order of their coming
@@ -68,14 +69,17 @@ class Session:
         try:
             self._serve_tray()
             mock = [sys.executable, "-m", "dbusmock"]
-            for service in ([*mock, "--system", "--template", "logind"],
-                            [*mock, "--template", "notification_daemon", "-l", self._log("notifications")],
-                            ["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"]):
-                self.services.append(self._start(service))
-            for name in ("org.freedesktop.login1", "org.freedesktop.Notifications", "org.a11y.Bus"):
+            services = {"org.freedesktop.login1": [*mock, "--system", "--template", "logind"],
+                        "org.freedesktop.Notifications": [*mock, "--template", "notification_daemon", "-l",
+                                                          self._log("notifications")]}
+            if self.screen_reader:
+                services["org.a11y.Bus"] = ["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"]
+            self.services += [self._start(service) for service in services.values()]
+            for name in services:
                 wait(lambda: self._has_owner(name), f"{name} on the bus")
-            self.call("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
-                      GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))))
+            if self.screen_reader:
+                self.call("org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set",
+                          GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True))))
         except BaseException:
             self.__exit__()
             raise
@@ -133,8 +137,17 @@ class Session:
 
     def choose(self, label):
         """Presses an entry of the item's menu."""
+        self.choose_entry(self.menu()[label])
+
+    def choose_entry(self, number):
+        """The same by the entry's number, which is the same in every language."""
         self.call(self.items[-1], self.item("Menu"), "com.canonical.dbusmenu", "Event",
-                  GLib.Variant("(isvu)", (self.menu()[label], "clicked", GLib.Variant("i", 0), 0)))
+                  GLib.Variant("(isvu)", (number, "clicked", GLib.Variant("i", 0), 0)))
+
+    def click_item(self, x, y):
+        """Clicks on the newest item in the tray, which is at this point of the screen."""
+        self.call(self.items[-1], "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
+                  GLib.Variant("(ii)", (x, y)))
 
     # What the daemons say.
 
