@@ -114,7 +114,7 @@ public:
     Q_INVOKABLE void disconnect();
     Q_INVOKABLE void restoreCollection();
     /// Shows the account's own page in the browser.
-    void openAccount(std::function<bool(const QUrl&)> openURL);
+    void openAccount(const std::function<bool(const QUrl&)>& openURL);
     /// For which no account is needed.
     /// @param receiver ends the question with itself
     void sendFeedback(const Feedback& feedback, QObject* receiver, std::function<void(bool accepted)> then);
@@ -162,8 +162,8 @@ private:
 
     // Signing in (CloudSignIn.cpp).
     void pair(std::uint64_t attempt, std::function<bool(const QUrl&)> openURL);
-    void openBrowser(const nlohmann::json& reply, std::shared_ptr<Pairing> pairing);
-    void poll(std::shared_ptr<Pairing> pairing);
+    void openBrowser(const nlohmann::json& reply, const std::shared_ptr<Pairing>& pairing);
+    void poll(const std::shared_ptr<Pairing>& pairing);
     void connectAccount(const CloudCredentials& credentials, std::uint64_t attempt);
     void endSignIn(const QString& text);
 
@@ -179,7 +179,7 @@ private:
     void endCycle();
 
     // Restoring (CloudRestoring.cpp).
-    void askPage(std::shared_ptr<RestorePages> pages, const std::string& cursor);
+    void askPage(const std::shared_ptr<RestorePages>& pages, const std::string& cursor);
     void takeCollection(std::optional<FlameArchive> archive);
 
     // Constant after construction.
