@@ -50,7 +50,7 @@ QString noAnswer() {
 
 } // namespace
 
-void CloudStore::signIn(std::function<bool(const QUrl&)> openURL) {
+void CloudStore::signIn(const std::function<bool(const QUrl&)>& openURL) {
     if (!setup_ || !configured() || credentials_ || signingIn_ || !openURL) return;
     signingIn_ = true;
     say({});

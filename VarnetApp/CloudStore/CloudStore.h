@@ -108,7 +108,7 @@ public:
 
     Q_INVOKABLE void sync();
     /// @param openURL shows a page in the user's browser; false: it could not
-    void signIn(std::function<bool(const QUrl&)> openURL);
+    void signIn(const std::function<bool(const QUrl&)>& openURL);
     Q_INVOKABLE void cancelSignIn();
     Q_INVOKABLE void setMode(const QString& mode);
     Q_INVOKABLE void disconnect();
