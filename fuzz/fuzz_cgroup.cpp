@@ -3,8 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
+
+#include "fuzz/Require.h"
 
 /// From the text of a `cgroup` file down to the ids that its units may stand for.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -19,14 +20,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     innermostUnit(*path);
     for (const std::string_view unit : controlGroupUnits(*path)) {
         // The catalogue takes a unit's place in the path from where its name lies in memory.
-        if (unit.empty() || unit.data() < path->data() ||
-            unit.data() + unit.size() > path->data() + path->size()) {
-            std::abort();
-        }
+        varnet::require(!unit.empty() && unit.data() >= path->data());
+        varnet::require(unit.data() + unit.size() <= path->data() + path->size());
         for (const auto& id : applicationIDs(unit)) {
-            if (id.empty() || id.size() > unit.size() + 1) {
-                std::abort();
-            }
+            varnet::require(!id.empty() && id.size() <= unit.size() + 1);
         }
     }
     return 0;

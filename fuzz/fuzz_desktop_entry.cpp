@@ -4,9 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
+
+#include "fuzz/Require.h"
 
 /// A .desktop file down to the program that it runs. The first line stands for the locale.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -16,22 +17,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     parseExecLine(text);
     parseAutostartEntry(text);
     const std::string program = "/" + std::string(locale) + "/varnet";
-    if (!parseAutostartEntry(autostartEntryText(program)).starts(program)) {
-        std::abort(); // what is registered must be recognised, whatever the path
-    }
+    // What is registered must be recognised, whatever the path.
+    varnet::require(parseAutostartEntry(autostartEntryText(program)).starts(program));
     const auto entry = parseDesktopEntry(text, localeTags(locale));
     if (!entry) {
         return 0;
     }
     for (const char c : entry->name) {
-        if (static_cast<unsigned char>(c) < 0x20) {
-            std::abort(); // a name is one line
-        }
+        varnet::require(static_cast<unsigned char>(c) >= 0x20); // a name is one line
     }
     if (const auto line = parseExecLine(entry->exec)) {
-        if (line->program.empty()) {
-            std::abort();
-        }
+        varnet::require(!line->program.empty());
         runsOtherPrograms(line->program);
     }
     return 0;

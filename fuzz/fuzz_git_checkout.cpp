@@ -9,17 +9,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
+
+#include "fuzz/Require.h"
 
 namespace {
 
 using namespace varnet;
-
-void require(bool holds) {
-    if (!holds) std::abort();
-}
 
 void requireStandardized(const std::string& path) {
     require(path.starts_with('/') && (path == "/" || !path.ends_with('/')));

@@ -4,14 +4,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
+
+#include "fuzz/Require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using varnet::SessionArchive;
     auto archive = SessionArchive::decode({reinterpret_cast<const char*>(data), size});
     if (!archive) return 0;
-    if (SessionArchive::decode(archive->encode()) != archive) std::abort();
+    varnet::require(SessionArchive::decode(archive->encode()) == archive);
     archive->prune(varnet::Date{815'000'000}, {});
-    if (!SessionArchive::decode(archive->encode())) std::abort();
+    varnet::require(SessionArchive::decode(archive->encode()).has_value());
     return 0;
 }

@@ -17,7 +17,7 @@ void CloudStore::restoreCollection() {
 }
 
 /// All pages are here before anything of them counts.
-void CloudStore::askPage(std::shared_ptr<RestorePages> pages, const std::string& cursor) {
+void CloudStore::askPage(const std::shared_ptr<RestorePages>& pages, const std::string& cursor) {
     withKey([this, pages, cursor](const std::shared_ptr<const InstallationKey>& key) {
         if (!key) return fail(CloudServiceError::noAnswer());
         auto body = CloudEnvelope::seal(*key, "restore", {{"token", credentials_->token}, {"cursor", cursor}},

@@ -54,7 +54,7 @@ QString noAnswer() {
 
 } // namespace
 
-void CloudStore::signIn(std::function<bool(const QUrl&)> openURL) {
+void CloudStore::signIn(const std::function<bool(const QUrl&)>& openURL) {
     if (!setup_ || !configured() || credentials_ || signingIn_ || !openURL) return;
     signingIn_ = true;
     say({});
@@ -89,7 +89,7 @@ void CloudStore::pair(std::uint64_t attempt, std::function<bool(const QUrl&)> op
     });
 }
 
-void CloudStore::openBrowser(const Json& reply, std::shared_ptr<Pairing> pairing) {
+void CloudStore::openBrowser(const Json& reply, const std::shared_ptr<Pairing>& pairing) {
     std::string address;
     if (!readKey(reply, "pairingID", pairing->id) || !readKey(reply, "url", address))
         return endSignIn(noAnswer());
@@ -97,10 +97,10 @@ void CloudStore::openBrowser(const Json& reply, std::shared_ptr<Pairing> pairing
     if (!setup_->service.isOwnPage(url) || !pairing->openURL(url)) return endSignIn(noAnswer());
     pairing->deadline = clock_.now() + pollLimit;
     say(QStringLiteral("Finish sign-in in your browser. Connecting does not upload history."));
-    poll(std::move(pairing));
+    poll(pairing);
 }
 
-void CloudStore::poll(std::shared_ptr<Pairing> pairing) {
+void CloudStore::poll(const std::shared_ptr<Pairing>& pairing) {
     setup_->mainQueue.postAfter(pollInterval, [this, alive = std::weak_ptr(alive_), pairing] {
         if (alive.expired() || pairing->attempt != attempt_) return;
         if (clock_.now() > pairing->deadline)
@@ -140,7 +140,7 @@ void CloudStore::connectAccount(const CloudCredentials& credentials, std::uint64
         });
 }
 
-void CloudStore::openAccount(std::function<bool(const QUrl&)> openURL) {
+void CloudStore::openAccount(const std::function<bool(const QUrl&)>& openURL) {
     if (setup_ && configured() && openURL) openURL(setup_->service.accountPage());
 }
 

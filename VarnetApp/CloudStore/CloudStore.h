@@ -108,13 +108,13 @@ public:
 
     Q_INVOKABLE void sync();
     /// @param openURL shows a page in the user's browser; false: it could not
-    void signIn(std::function<bool(const QUrl&)> openURL);
+    void signIn(const std::function<bool(const QUrl&)>& openURL);
     Q_INVOKABLE void cancelSignIn();
     Q_INVOKABLE void setMode(const QString& mode);
     Q_INVOKABLE void disconnect();
     Q_INVOKABLE void restoreCollection();
     /// Shows the account's own page in the browser.
-    void openAccount(std::function<bool(const QUrl&)> openURL);
+    void openAccount(const std::function<bool(const QUrl&)>& openURL);
     /// For which no account is needed.
     /// @param receiver ends the question with itself
     void sendFeedback(const Feedback& feedback, QObject* receiver, std::function<void(bool accepted)> then);
@@ -164,8 +164,8 @@ private:
 
     // Signing in (CloudSignIn.cpp).
     void pair(std::uint64_t attempt, std::function<bool(const QUrl&)> openURL);
-    void openBrowser(const nlohmann::json& reply, std::shared_ptr<Pairing> pairing);
-    void poll(std::shared_ptr<Pairing> pairing);
+    void openBrowser(const nlohmann::json& reply, const std::shared_ptr<Pairing>& pairing);
+    void poll(const std::shared_ptr<Pairing>& pairing);
     void connectAccount(const CloudCredentials& credentials, std::uint64_t attempt);
     void endSignIn(const QString& text);
 
@@ -181,7 +181,7 @@ private:
     void endCycle();
 
     // Restoring (CloudRestoring.cpp).
-    void askPage(std::shared_ptr<RestorePages> pages, const std::string& cursor);
+    void askPage(const std::shared_ptr<RestorePages>& pages, const std::string& cursor);
     void takeCollection(std::optional<FlameArchive> archive);
 
     // Constant after construction.

@@ -19,6 +19,8 @@ std::optional<std::string> write(const std::filesystem::path& file, const FlameA
 }
 
 std::optional<std::string> replace(const std::filesystem::path& file, const FlameArchive& archive) {
+    // It comes from elsewhere, and the next start would not look into it.
+    if (archive.encode().size() >= tooLarge) return "The collection is too large.";
     if (mayExist(file)) {
         const std::string copy = "collection-before-restore-" + Uuid::random().text() + ".json";
         if (auto failure = AtomicFile::copy(file, file.parent_path() / copy)) return failure;

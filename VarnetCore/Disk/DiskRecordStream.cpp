@@ -25,7 +25,7 @@ void DiskRecordStream::add(const DiskRecord& record, std::string_view path) {
     DiskRecord counted = record;
     counted.pathLength = static_cast<std::uint32_t>(path.size());
     std::memcpy(bytes.data() + begin, &counted, sizeof counted);
-    std::memcpy(bytes.data() + begin + sizeof counted, path.data(), path.size());
+    path.copy(bytes.data() + begin + sizeof counted, path.size()); // a path of no bytes may lie nowhere
     if (bytes.size() >= chunkSize) send();
 }
 

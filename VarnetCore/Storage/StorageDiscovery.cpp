@@ -1,6 +1,7 @@
 // How a scanner finds the project folders.
 
 #include "VarnetCore/Base/LexicalPath.h"
+#include "VarnetCore/Storage/GitOutput.h"
 #include "VarnetCore/Storage/StoragePaths.h"
 #include "VarnetCore/Storage/StorageScanner.h"
 
@@ -21,7 +22,6 @@ namespace {
 
 constexpr int deepest = 5;                 // folders below a location, where searching ends
 constexpr std::size_t stopInterval = 1024; // entries of a list between two looks at the token
-constexpr std::string_view worktreeField = "worktree ";
 constexpr std::array markers{"package.json", "Package.swift", "Cargo.toml", "pyproject.toml", "go.mod"};
 
 /// Folders that hold no projects to be looked for.
@@ -150,13 +150,8 @@ void StorageScanner::addRelatedWorktrees() {
         const auto answer = git_.run(path, {"worktree", "list", "--porcelain", "-z"},
                                      StorageGit::standardTimeout, setup_.token.get());
         if (!answer || answer->code != 0) continue;
-        std::string_view output = answer->output;
-        while (!output.empty()) {
-            const std::string_view field = output.substr(0, output.find('\0'));
-            output.remove_prefix(std::min(field.size() + 1, output.size()));
-            // Taken byte by byte: a name need not be text to be a folder.
-            if (field.starts_with(worktreeField)) addRelated(std::string(field.substr(worktreeField.size())));
-        }
+        for (const std::string& worktree : GitOutput::worktrees(answer->output))
+            addRelated(worktree);
     }
 }
 

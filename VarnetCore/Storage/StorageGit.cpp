@@ -3,6 +3,7 @@
 #include "VarnetCore/Base/Utf8.h"
 #include "VarnetCore/Base/Uuid.h"
 #include "VarnetCore/Storage/BoundedCommand.h"
+#include "VarnetCore/Storage/GitOutput.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
@@ -80,18 +80,6 @@ private:
 
 bool isBlank(char character) noexcept {
     return character == ' ' || (character >= '\t' && character <= '\r');
-}
-
-/// Digits with or without a sign.
-std::optional<std::int64_t> integer(std::string_view text) {
-    if (text.starts_with('+')) {
-        text.remove_prefix(1);
-        if (text.starts_with('-')) return std::nullopt;
-    }
-    std::int64_t number = 0;
-    const char* const end = std::to_address(text.end());
-    const auto [stop, error] = std::from_chars(std::to_address(text.begin()), end, number);
-    return error == std::errc{} && stop == end ? std::optional(number) : std::nullopt;
 }
 
 } // namespace
@@ -163,7 +151,7 @@ std::string StorageGit::summary(const std::string& repository, const StorageCanc
         status->output.empty() ? "No uncommitted files found" : "Uncommitted or untracked files";
     const auto unpushed =
         run(repository, {"rev-list", "--count", "@{upstream}..HEAD"}, standardTimeout, token);
-    const auto count = unpushed && unpushed->code == 0 ? integer(unpushed->text()) : std::nullopt;
+    const auto count = unpushed && unpushed->code == 0 ? GitOutput::count(unpushed->text()) : std::nullopt;
     if (!count) return line + " · upstream not verified";
     if (*count > 0) line += " · " + std::to_string(*count) + " unpushed commit" + (*count == 1 ? "" : "s");
     return line;

@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <fstream>
+#include <iterator>
 #include <optional>
 #include <sstream>
+#include <utility>
 
 namespace varnet {
 
@@ -54,15 +57,25 @@ std::string unescaped(std::string_view text) {
     return result;
 }
 
-/// "36 35 98:0 /root /point options [tags…] - type source options"
-std::optional<Mount> parseLine(const std::string& line) {
-    std::istringstream words(line);
-    std::string id, parent, device, root, point, options, word, type, source;
-    if (!(words >> id >> parent >> device >> root >> point >> options)) return std::nullopt;
-    while (words >> word && word != "-") {
+/// The table puts one blank between two fields, and any other white space may be part of a name.
+std::vector<std::string_view> fieldsOf(std::string_view line) {
+    std::vector<std::string_view> fields;
+    for (std::size_t begin = 0; begin <= line.size();) {
+        const std::size_t end = std::min(line.find(' ', begin), line.size());
+        fields.push_back(line.substr(begin, end - begin));
+        begin = end + 1;
     }
-    if (word != "-" || !(words >> type >> source)) return std::nullopt;
-    return Mount{device, unescaped(root), unescaped(point), type, unescaped(source)};
+    return fields;
+}
+
+/// "36 35 98:0 /root /point options [tags…] - type source options"
+std::optional<Mount> parseLine(std::string_view line) {
+    const std::vector<std::string_view> fields = fieldsOf(line);
+    if (fields.size() < 9) return std::nullopt;
+    const auto dash = std::find(fields.begin() + 6, fields.end(), "-");
+    if (std::distance(dash, fields.end()) < 3) return std::nullopt;
+    return Mount{std::string(fields[2]), unescaped(fields[3]), unescaped(fields[4]), std::string(dash[1]),
+                 unescaped(dash[2])};
 }
 
 bool holdsData(const Mount& mount) {
@@ -84,9 +97,11 @@ bool removableByKernel(const std::string& device) {
 
 std::vector<Mount> parseMountTable(std::string_view text) {
     std::vector<Mount> mounts;
-    std::istringstream lines{std::string(text)};
-    for (std::string line; std::getline(lines, line);)
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
         if (auto mount = parseLine(line)) mounts.push_back(std::move(*mount));
+    }
     return mounts;
 }
 

@@ -146,6 +146,18 @@ TEST_F(CollectionStoreTest, savingThatFailsIsTriedAgain) {
     EXPECT_EQ(store.warning(), unsaved) << "a reset that is not kept says so";
 }
 
+TEST_F(CollectionStoreTest, restoreRefusesWhatNoStartWouldRead) {
+    FlameCollectionStore store(setup());
+    store.cleaned(1, 1);
+    const FlameArchive before = onDisk();
+    FlameArchive endless = FlameArchive::beginning(clock.now());
+    endless.tools.insert(std::string(CollectionFile::tooLarge, 'x'));
+    EXPECT_TRUE(store.restore(endless));
+    EXPECT_EQ(onDisk(), before);
+    EXPECT_EQ(store.archive(), before);
+    EXPECT_TRUE(backups().empty());
+}
+
 TEST_F(CollectionStoreTest, restoreKeepsACopyAndOutranksWaitingSaves) {
     FlameArchive other = FlameArchive::beginning({700'000'000});
     other.metrics["cleanups"] = 7;

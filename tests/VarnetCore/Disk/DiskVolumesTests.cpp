@@ -38,6 +38,10 @@ INSTANTIATE_TEST_SUITE_P(
                   ext4Root + "30 29 8:3 / /home rw - ext4 /dev/sda3 rw\n"
                              "31 29 8:4 / /srv/my\\040data rw - xfs /dev/sda4 rw\n",
                   {"/home", "/srv/my data"}},
+        MountCase{"white space that the table writes as it is",
+                  ext4Root + "30 29 8:3 / /srv/a\rb\fc\vd rw - ext4 /dev/sda3 rw\n",
+                  {"/srv/a\rb\fc\vd"}},
+        MountCase{"mounted from nothing", ext4Root + "30 29 0:60 / /home rw - zfs  rw\n", {"/home"}},
         MountCase{"subvolumes, and their common top shown again",
                   "29 1 0:25 /@ / rw - btrfs /dev/nvme0n1p2 rw\n"
                   "30 29 0:26 /@home /home rw - btrfs /dev/nvme0n1p2 rw\n"
