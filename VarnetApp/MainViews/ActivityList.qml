@@ -127,6 +127,9 @@ ListView {
         stopReason: Words.text(model.stopReason)
         openLabel: Words.text(model.openLabel)
         onTakenInHand: {
+            // A row that has just gone loses the keyboard, and is nobody's choice.
+            if (model.key === undefined)
+                return;
             list.currentIndex = index;
             list.currentKey = model.key;
         }

@@ -57,8 +57,9 @@ public:
     void giveBack(std::unique_ptr<Chunk> chunk);
 
 private:
-    static constexpr std::size_t chunkSize = std::size_t{128} * 1024; ///< bytes, exceeded by one record at most
-    static constexpr std::size_t mostChunks = 8;         ///< on the way
+    static constexpr std::size_t chunkSize =
+        std::size_t{128} * 1024;                 ///< bytes, exceeded by one record at most
+    static constexpr std::size_t mostChunks = 8; ///< on the way
 
     void send();
 
