@@ -189,6 +189,7 @@ std::optional<std::vector<FlameDay>> CloudExport::restoreDays(std::string_view r
     });
     if (!read) return std::nullopt;
     std::vector<FlameDay> result;
+    result.reserve(days.size());
     for (auto& [start, day] : days)
         result.push_back(std::move(day));
     return result;

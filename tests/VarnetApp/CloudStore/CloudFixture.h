@@ -57,7 +57,7 @@ protected:
                                                                     .version = "1.2.3",
                                                                     .systemVersion = "Test 1",
                                                                     .ssl = &ssl,
-                                                                    .timeout = 400});
+                                                                    .timeout = 1500});
         store = std::make_unique<CloudStore>(
             CloudStore::Setup{.clock = clock,
                               .mainQueue = queue,
