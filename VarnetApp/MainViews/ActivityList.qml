@@ -127,6 +127,9 @@ ListView {
         stopReason: Words.text(model.stopReason)
         openLabel: Words.text(model.openLabel)
         onTakenInHand: {
+            // On its way out of the list the keyboard may still pass through it.
+            if (model.key === undefined)
+                return;
             list.currentIndex = index;
             list.currentKey = model.key;
         }
