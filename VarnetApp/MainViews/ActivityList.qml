@@ -127,7 +127,7 @@ ListView {
         stopReason: Words.text(model.stopReason)
         openLabel: Words.text(model.openLabel)
         onTakenInHand: {
-            // A row that has just gone loses the keyboard, and is nobody's choice.
+            // On its way out of the list the keyboard may still pass through it.
             if (model.key === undefined)
                 return;
             list.currentIndex = index;

@@ -88,6 +88,7 @@ class User:
 
     def settings(self):
         """Another language and another appearance each time, then the account's window."""
+        self._close(SETTINGS)  # a walk along the sidebar may have opened it
         language, appearance = self.session.setting("appLanguage"), self.session.setting("appearance")
         self.session.choose_entry(2)
         if not self._act("settings", lambda: self._focus(SETTINGS)):
@@ -144,7 +145,11 @@ class User:
         """One to its end, and one that is stopped."""
         self._to_project_scan()
         self._keys("space")
-        self._act("project scan", self._asks_git)
+        if not self._act("project scan", self._asks_git):
+            # One still ran, and has been stopped.
+            self._to_project_scan()
+            self._keys("space")
+            self._act("project scan", self._asks_git)
         self.scanned = True
         self._pause(3)
         self._to_project_scan()
