@@ -107,9 +107,10 @@ ListView {
         primary: model.primary
         secondary: model.secondary
         fraction: model.fraction
-        barTone: Theme[model.barTone]
-        tileTone: model.tileTone.length > 0 ? Theme[model.tileTone]
-                                            : Theme.tileTone(Theme.Application, title, Theme.dark)
+        // These follow the appearance, also while the row waits and has nothing to show.
+        barTone: Theme[model.barTone ?? "emberFill"]
+        tileTone: model.tileTone?.length > 0 ? Theme[model.tileTone]
+                                             : Theme.tileTone(Theme.Application, title, Theme.dark)
         tileLetter: model.tileLetter
         tileIcon: model.tileIcon
         ports: Words.text(model.ports)

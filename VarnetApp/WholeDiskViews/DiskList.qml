@@ -126,7 +126,7 @@ Card {
             partial: model.partial
             figure: model.figure
             share: model.share
-            tone: Theme[model.tone]
+            tone: Theme[model.tone ?? "faint"]
             iconName: model.icon
             lit: card.litKey === model.key
             reachable: ListView.isCurrentItem

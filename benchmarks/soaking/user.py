@@ -144,12 +144,9 @@ class User:
     def project_scan(self):
         """One to its end, and one that is stopped."""
         self._to_project_scan()
+        before = self._helpers_past()
         self._keys("space")
-        if not self._act("project scan", self._asks_git):
-            # One still ran, and has been stopped.
-            self._to_project_scan()
-            self._keys("space")
-            self._act("project scan", self._asks_git)
+        self._act("project scan", lambda: self._helpers_past() > before)
         self.scanned = True
         self._pause(3)
         self._to_project_scan()
@@ -171,16 +168,10 @@ class User:
             xdotool("mousemove", "--window", window, str(x), "36", "click", "1")
         self._pause(SETTLED)
 
-    def _asks_git(self):
-        for entry in os.listdir("/proc"):
-            try:
-                stat = pathlib.Path("/proc", entry, "stat").read_text()
-            except (OSError, UnicodeDecodeError):
-                continue
-            name, rest = stat[stat.index("(") + 1:].rsplit(")", 1) if "(" in stat else ("", "")
-            if name == "git" and int(rest.split()[1]) == self.pid:
-                return True
-        return False
+    def _helpers_past(self):
+        """Page faults of the program's children that have ended: Git's, which a scan asks."""
+        stat = pathlib.Path(f"/proc/{self.pid}/stat").read_text(encoding="utf-8")
+        return int(stat.rsplit(")", 1)[1].split()[8])
 
     def disk_scan(self):
         """One that is stopped, and one to its end."""
