@@ -14,6 +14,7 @@
 #include <time.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 
 namespace varnet {
@@ -24,6 +25,8 @@ constexpr QSize mainSize{1040, 720};
 constexpr QSize leastMainSize{720, 520};
 constexpr int panelWidth = 340;
 constexpr int panelMargin = 8; ///< pixels between the panel and the screen's edge
+/// From the leaving of a page to the return of its memory: somebody who walks along the pages feels nothing.
+constexpr std::chrono::seconds afterPage{2};
 /// A development aid: with it set, each frame that a window shows is told on standard error.
 constexpr const char* timesVariable = "VARNET_FRAME_TIMES";
 constexpr const char* frameKey = "VarnetMainWindow";
@@ -38,6 +41,10 @@ bool shows(const QWindow* window) {
 Windows::Windows(ViewContext& context, DockFlame& flame, QSettings* defaults, QObject* parent)
     : QObject(parent), context_(context), flame_(flame), defaults_(defaults) {
     flame_.hasMainWindow = [this] { return main_ && main_->isVisible(); };
+    pageLeft_.setSingleShot(true);
+    pageLeft_.setInterval(afterPage);
+    connect(&context_.store, &VarnetStore::pageChanged, &pageLeft_, qOverload<>(&QTimer::start));
+    connect(&pageLeft_, &QTimer::timeout, this, &Windows::giveMemoryBack);
 }
 
 Windows::~Windows() {
@@ -195,9 +202,14 @@ void Windows::drop(QPointer<QQuickView>& view) {
                 std::ranges::any_of(beside_, [](const Beside* window) { return bool(window->view); }))
                 return;
             engine_.reset();
-            malloc_trim(0);
+            giveMemoryBack();
         },
         Qt::QueuedConnection);
+}
+
+void Windows::giveMemoryBack() {
+    if (engine_) engine_->collectGarbage();
+    malloc_trim(0);
 }
 
 bool Windows::closeMain() {

@@ -11,6 +11,7 @@
 #include <QQuickView>
 #include <QSize>
 #include <QString>
+#include <QTimer>
 
 #include <array>
 #include <memory>
@@ -74,6 +75,7 @@ private:
     void showView(QQuickView& view);
     bool closeMain();
     void drop(QPointer<QQuickView>& view);
+    void giveMemoryBack();
     void restoreFrame(QQuickView& view) const;
     void saveFrame() const;
 
@@ -83,6 +85,7 @@ private:
     QSettings* const defaults_;
 
     std::unique_ptr<QQmlEngine> engine_; ///< null while no window exists
+    QTimer pageLeft_;                    ///< runs from the leaving of a page until its memory is given back
     QPointer<QQuickView> main_;
     QPointer<QQuickView> panel_;
     Beside settings_{"SettingsView", "Settings", {640, 720}, {480, 400}};

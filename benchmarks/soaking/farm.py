@@ -2,7 +2,8 @@
 """Some hundreds of processes that come and go at a steady rate, in project folders: most only wait, some are busy
 for a moment, some listen on a loopback port.
 
-Usage: farm.py PROJECTS COUNT     until standard input ends; a line on it makes the farm pause, or go on"""
+Usage: farm.py PROJECTS PATTERN COUNT     in those of the projects whose name fits the pattern; until standard input
+ends; a line on it makes the farm pause, or go on"""
 
 import os
 import pathlib
@@ -22,8 +23,8 @@ HOT_LIVES = 45
 NEW_FOLDER_EVERY = 10  # starts
 MOMENT = "i=0; while [ $i -lt 60000 ]; do i=$((i+1)); done"
 
-projects = sorted(path for path in pathlib.Path(sys.argv[1]).iterdir() if path.is_dir())
-count = int(sys.argv[2])
+projects = sorted(pathlib.Path(sys.argv[1]).glob(sys.argv[2]))
+count = int(sys.argv[3])
 # Half of the starts are gone within a moment, so that the others make up the number.
 lives = count / (A_SECOND / 2)
 running = []  # when to end, process, folder to remove
