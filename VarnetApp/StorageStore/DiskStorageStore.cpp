@@ -20,6 +20,24 @@ StorageLocation locationOf(const std::string& path) {
     return {path, localFolder};
 }
 
+// A path is bytes. What is no UTF-8 is saved as such, everything else as a text that can be read in the file.
+std::vector<std::string> readFolders(const QSettings& defaults) {
+    std::vector<std::string> folders;
+    for (const QVariant& saved : defaults.value(foldersKey).toList())
+        folders.push_back(saved.toByteArray().toStdString());
+    return folders;
+}
+
+QVariantList savedForm(const std::vector<std::string>& folders) {
+    QVariantList saved;
+    for (const std::string& folder : folders) {
+        const auto bytes = QByteArray::fromStdString(folder);
+        const bool text = QUtf8StringView(bytes).isValidUtf8();
+        saved.append(text ? QVariant(QString::fromUtf8(bytes)) : QVariant(bytes));
+    }
+    return saved;
+}
+
 /// What a clean came to, in words.
 QString sentence(const StorageCleanup::Outcome& outcome) {
     const QString moved = QString::number(outcome.moved);
@@ -46,7 +64,7 @@ std::vector<std::string> observedProjects(const MonitorSnapshot& snapshot) {
 
 DiskStorageStore::DiskStorageStore(Setup setup, WholeDiskStore& wholeDisk)
     : setup_(std::move(setup)), wholeDisk_(wholeDisk) {
-    if (setup_.defaults) savedFolders_ = setup_.defaults->value(foldersKey).toStringList();
+    if (setup_.defaults) savedFolders_ = readFolders(*setup_.defaults);
 }
 
 DiskStorageStore::~DiskStorageStore() {
@@ -98,8 +116,8 @@ void DiskStorageStore::refresh(const std::vector<std::string>& projects,
         locations.push_back(*only);
     } else {
         locations = StoragePaths::defaults(setup_.home);
-        for (const QString& folder : savedFolders_)
-            locations.push_back(locationOf(folder.toStdString()));
+        for (const std::string& folder : savedFolders_)
+            locations.push_back(locationOf(folder));
         for (const std::string& root : projects)
             locations.push_back({root, "Observed project"});
     }
@@ -168,12 +186,11 @@ void DiskStorageStore::addFolder(const std::string& chosen, const std::vector<st
         setMessage("Choose a folder containing projects, rather than your whole disk or home folder.");
         return;
     }
-    const QString text = QString::fromStdString(path);
-    if (savedFolders_.contains(text)) {
+    if (std::ranges::find(savedFolders_, path) != savedFolders_.end()) {
         focusFolder(path, projects);
         return;
     }
-    savedFolders_.append(text);
+    savedFolders_.push_back(path);
     saveFolders();
     focusedFolder_ = locationOf(path);
     refresh(projects, focusedFolder_);
@@ -181,7 +198,7 @@ void DiskStorageStore::addFolder(const std::string& chosen, const std::vector<st
 
 void DiskStorageStore::removeFolder(const std::string& path, const std::vector<std::string>& projects) {
     if (setup_.preview) return;
-    savedFolders_.removeAll(QString::fromStdString(path));
+    std::erase(savedFolders_, path);
     saveFolders();
     if (focusedFolder_ && focusedFolder_->path == path) {
         focusedFolder_.reset();
@@ -260,13 +277,13 @@ void DiskStorageStore::setMessage(QString message, bool tellsOfClean) {
 
 void DiskStorageStore::saveFolders() {
     if (!setup_.defaults) return;
-    setup_.defaults->setValue(foldersKey, savedFolders_);
+    setup_.defaults->setValue(foldersKey, savedForm(savedFolders_));
     setup_.defaults->sync();
 }
 
 void DiskStorageStore::setPreview(std::shared_ptr<const StorageScan> scan, bool scanning, QString progress,
                                   bool cleaning, QString message, std::vector<std::string> trashLocations,
-                                  QStringList savedFolders) {
+                                  std::vector<std::string> savedFolders) {
     if (!setup_.preview) return;
     scan_ = std::move(scan);
     cancellation_ = scanning ? std::make_shared<StorageCancellation>() : nullptr;

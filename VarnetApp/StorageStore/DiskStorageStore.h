@@ -65,7 +65,8 @@ public:
     QString progress() const { return progress_; }
     /// A sentence for the user until it is dismissed; empty: none.
     QString message() const { return message_; }
-    const QStringList& savedFolders() const noexcept { return savedFolders_; }
+    /// Canonical paths, the oldest first; any bytes.
+    const std::vector<std::string>& savedFolders() const noexcept { return savedFolders_; }
     const std::vector<std::string>& trashLocations() const noexcept { return trashLocations_; }
     /// The message tells of a clean whose folders can be shown in the Trash.
     bool canRevealTrash() const noexcept { return messageTellsOfClean_ && !trashLocations_.empty(); }
@@ -102,7 +103,7 @@ public:
     /// Shows prepared data. Does nothing on a live machine.
     void setPreview(std::shared_ptr<const StorageScan> scan, bool scanning = false, QString progress = {},
                     bool cleaning = false, QString message = {}, std::vector<std::string> trashLocations = {},
-                    QStringList savedFolders = {});
+                    std::vector<std::string> savedFolders = {});
     /// The same for the folder that the page is restricted to.
     void setPreviewFocus(std::optional<StorageLocation> folder);
 
@@ -140,7 +141,7 @@ private:
     bool cleaning_ = false;
     std::optional<StorageProject> selected_;
     std::optional<StorageProject> review_;
-    QStringList savedFolders_;
+    std::vector<std::string> savedFolders_;
     std::vector<std::string> trashLocations_;
     std::shared_ptr<StorageCancellation> cancellation_; ///< of the scan that runs
     std::optional<StorageLocation> scannedOnly_;        ///< of the latest scan; empty: every place

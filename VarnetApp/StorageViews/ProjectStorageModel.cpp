@@ -9,8 +9,6 @@
 #include "VarnetCore/Base/LexicalPath.h"
 #include "VarnetCore/Storage/StoragePaths.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <utility>
 
@@ -47,13 +45,14 @@ void ProjectStorageModel::takeState() {
     }
 
     const auto& focus = storage.focusedFolder();
-    const auto at = focus ? storage.savedFolders().indexOf(QString::fromStdString(focus->path)) : -1;
-    const auto focused = static_cast<int>(at);
+    const auto& saved = storage.savedFolders();
+    const auto found = focus ? std::ranges::find(saved, focus->path) : saved.end();
+    const int focused = found == saved.end() ? -1 : static_cast<int>(found - saved.begin());
     const bool otherFocus = focused != focusedFolder_;
-    if (otherFocus || folders_ != storage.savedFolders()) {
+    if (otherFocus || folders_ != saved) {
         focusedFolder_ = focused;
         focusName_ = focus ? shownName(LexicalPath::lastComponent(focus->path)) : QString();
-        folders_ = storage.savedFolders();
+        folders_ = saved;
         emit foldersChanged();
     }
     if (otherFocus) level_ = {};
@@ -249,6 +248,18 @@ int ProjectStorageModel::indexOf(const QString& rowKey) const {
     return rows_.indexOf(keyFromQml(rowKey));
 }
 
+std::optional<std::string> ProjectStorageModel::folderAt(int index) const {
+    if (index < 0 || index >= std::ssize(folders_)) return std::nullopt;
+    return folders_[static_cast<std::size_t>(index)];
+}
+
+QStringList ProjectStorageModel::folders() const {
+    QStringList shown;
+    for (const std::string& folder : folders_)
+        shown.append(shownName(folder));
+    return shown;
+}
+
 void ProjectStorageModel::rescan() {
     if (storage_) storage_->refresh(observed(), storage_->focusedFolder());
 }
@@ -259,18 +270,18 @@ void ProjectStorageModel::stopScan() {
 
 void ProjectStorageModel::addFolder(const QUrl& folder) {
     if (!storage_ || (folder.isEmpty() && !preview())) return;
-    storage_->addFolder(QFile::encodeName(folder.toLocalFile()).toStdString(), observed());
+    // Not toLocalFile(), which has no place for bytes that are no text.
+    const QByteArray path = QByteArray::fromPercentEncoding(folder.path(QUrl::FullyEncoded).toLatin1());
+    storage_->addFolder(path.toStdString(), observed());
 }
 
 void ProjectStorageModel::removeFolder(int index) {
-    if (index >= 0 && index < folders_.size())
-        storage_->removeFolder(folders_[index].toStdString(), observed());
+    if (const auto folder = folderAt(index)) storage_->removeFolder(*folder, observed());
 }
 
 void ProjectStorageModel::focusFolder(int index) {
-    if (!storage_ || index >= folders_.size()) return;
-    storage_->focusFolder(index < 0 ? std::nullopt : std::optional(folders_[index].toStdString()),
-                          observed());
+    if (!storage_ || index >= std::ssize(folders_)) return;
+    storage_->focusFolder(folderAt(index), observed());
 }
 
 void ProjectStorageModel::showTrash() {

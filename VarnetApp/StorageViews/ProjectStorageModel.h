@@ -9,6 +9,7 @@
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -60,7 +61,7 @@ class ProjectStorageModel : public ViewModel {
     Q_PROPERTY(bool listOnly READ listOnly WRITE setListOnly NOTIFY layoutChanged)
 
     // Folders that the user has added.
-    Q_PROPERTY(QStringList folders MEMBER folders_ NOTIFY foldersChanged)
+    Q_PROPERTY(QStringList folders READ folders NOTIFY foldersChanged)
     /// Of the folder that the page is restricted to; -1: none.
     Q_PROPERTY(int focusedFolder MEMBER focusedFolder_ NOTIFY foldersChanged)
     /// Empty: none.
@@ -82,6 +83,7 @@ public:
     bool listOnly() const;
     void setListOnly(bool alone);
     bool preview() const;
+    QStringList folders() const;
 
     /// What a click on a tile does, or Enter: goes into it, or opens the details where there is no further.
     Q_INVOKABLE void openTile(const QString& key);
@@ -125,6 +127,7 @@ private:
     void tellLevel();
     void tellRows();
     void show(StorageLevel level);
+    std::optional<std::string> folderAt(int index) const;
     std::vector<std::string> observed() const;
     bool isUnfolded(const std::string& familyID, bool found) const;
 
@@ -154,7 +157,7 @@ private:
     KeyedListModel<StorageRow> rows_;
     QString search_;
     bool noMatch_ = false;
-    QStringList folders_;
+    std::vector<std::string> folders_;
     int focusedFolder_ = -1;
     QString focusName_;
     QString message_;

@@ -225,7 +225,7 @@ TEST_F(StoragePageTest, savedFoldersAreFocusedAndTakenOff) {
     press("storageFolders");
     press("folder0Remove");
     settle();
-    EXPECT_TRUE(store->savedFolders().isEmpty());
+    EXPECT_TRUE(store->savedFolders().empty());
     EXPECT_EQ(page().rows()->rowCount(), 1) << "the agent's own";
     EXPECT_NE(item("addFolder"), nullptr);
     EXPECT_TRUE(std::filesystem::exists(home.path("code/mine/file")));
