@@ -11,9 +11,7 @@ bool isFigure(std::optional<double> value) noexcept {
     return value && std::isfinite(*value);
 }
 
-constexpr std::array<const char*, 5> byteUnits{"KB", "MB", "GB", "TB", "PB"};
-
-constexpr std::array<const char*, 6> diskUnits{"KB", "MB", "GB", "TB", "PB", "EB"};
+constexpr std::array<const char*, 6> byteUnits{"KB", "MB", "GB", "TB", "PB", "EB"};
 
 } // namespace
 
@@ -36,7 +34,7 @@ QString Figures::share(std::optional<double> percent) const {
     return isFigure(percent) && *percent < 10 ? this->percent(percent) : wholePercent(percent);
 }
 
-QString Figures::bytes(double bytes, double step) const {
+QString Figures::scaled(double bytes, double step, Tenths tenths) const {
     double value = bytes / step;
     std::size_t unit = 0;
     // A figure that would round up to a whole step is one of the next unit.
@@ -44,32 +42,24 @@ QString Figures::bytes(double bytes, double step) const {
         value /= step;
         ++unit;
     }
-    const double tenths = std::nearbyint(value * 10) / 10;
-    const bool whole = unit == 0 || tenths == std::floor(tenths);
-    return locale_.toString(unit == 0 ? std::ceil(value) : tenths, 'f', whole ? 0 : 1) + " " +
-           byteUnits[unit];
-}
-
-QString Figures::memory(std::optional<std::uint64_t> bytes) const {
-    return bytes ? this->bytes(static_cast<double>(*bytes), 1024) : unknown();
-}
-
-QString Figures::fileSize(std::optional<std::uint64_t> bytes) const {
-    return bytes ? this->bytes(static_cast<double>(*bytes), 1000) : unknown();
-}
-
-QString Figures::diskSize(std::uint64_t bytes) const {
-    double value = static_cast<double>(bytes) / 1000;
-    std::size_t unit = 0;
-    while (unit + 1 < diskUnits.size() && value >= (unit == 0 ? 999.5 : 999.95)) {
-        value /= 1000;
-        ++unit;
-    }
     // A file of a few bytes is not nothing.
     const double shown = unit > 0    ? std::nearbyint(value * 10) / 10
                          : value < 1 ? std::ceil(value)
                                      : std::nearbyint(value);
-    return locale_.toString(shown, 'f', unit == 0 ? 0 : 1) + " " + diskUnits[unit];
+    const bool whole = unit == 0 || (tenths == Tenths::unlessZero && shown == std::floor(shown));
+    return locale_.toString(shown, 'f', whole ? 0 : 1) + " " + byteUnits[unit];
+}
+
+QString Figures::memory(std::optional<std::uint64_t> bytes) const {
+    return bytes ? scaled(static_cast<double>(*bytes), 1024, Tenths::unlessZero) : unknown();
+}
+
+QString Figures::fileSize(std::uint64_t bytes) const {
+    return scaled(static_cast<double>(bytes), 1000, Tenths::unlessZero);
+}
+
+QString Figures::diskSize(std::uint64_t bytes) const {
+    return scaled(static_cast<double>(bytes), 1000, Tenths::always);
 }
 
 QString Figures::count(std::uint64_t number) const {

@@ -21,10 +21,11 @@ public:
     QString percent(std::optional<double> percent) const;
     /// Memory in units of 1,024: "4.6 GB", "912 MB", "640 KB".
     QString memory(std::optional<std::uint64_t> bytes) const;
-    /// Room on a disk in units of 1,000, as disks are sold: "418.6 GB", "6.0 GB", "640 KB".
+    /// Room on a disk in units of 1,000, as disks are sold: "418.6 GB", "640 KB". Sizes stand in columns:
+    /// "6.0 GB".
     QString diskSize(std::uint64_t bytes) const;
-    /// Sizes on disk in units of 1,000: "12.3 GB".
-    QString fileSize(std::optional<std::uint64_t> bytes) const;
+    /// The same in a sentence: "12.3 GB", "6 GB".
+    QString fileSize(std::uint64_t bytes) const;
     /// "46%" from 10 on, "9.8%" below.
     QString share(std::optional<double> percent) const;
     /// "2,840".
@@ -33,7 +34,9 @@ public:
     QString speed(std::optional<double> rpm) const;
 
 private:
-    QString bytes(double bytes, double step) const;
+    enum class Tenths : std::uint8_t { always, unlessZero };
+
+    QString scaled(double bytes, double step, Tenths tenths) const;
     QString withPercentSign(const QString& number) const;
 
     QLocale locale_;
