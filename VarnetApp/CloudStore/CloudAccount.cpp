@@ -28,7 +28,7 @@ std::optional<CloudCredentials> CloudCredentials::parse(std::string_view text) {
 }
 
 std::string CloudCredentials::scope() const {
-    return accountID + '\n' + generation; // neither holds a line break
+    return JsonReading::dumped(Json{accountID, generation}); // whatever is in them, no two of them look alike
 }
 
 bool CloudCredentials::isMode(std::string_view text) {

@@ -68,8 +68,9 @@ TEST_F(CloudTest, fromSigningInToDisconnecting) {
     EXPECT_FALSE(keychain.stored);
     EXPECT_FALSE(service.hasToken());
     EXPECT_EQ(service.records().size(), all + 1);
-    EXPECT_EQ(CloudRecorder(outboxFile(), clock).batch("account-1\ngeneration-1")->acknowledgements.size(),
-              0U);
+    EXPECT_EQ(
+        CloudRecorder(outboxFile(), clock).batch(R"(["account-1","generation-1"])")->acknowledgements.size(),
+        0U);
     EXPECT_THAT(service.complaints(), testing::IsEmpty());
     EXPECT_TRUE(std::ranges::all_of(service.arrivals(), [](const auto& one) { return one.second == 1; }));
 }
@@ -230,7 +231,7 @@ TEST_F(CloudTest, intentsOutliveTheProgram) {
         }
         const bool on = row.asked == std::string("community");
         CloudRecorder recorder(outboxFile(), clock);
-        EXPECT_EQ(recorder.batch("account-1\ngeneration-1")->acknowledgements.empty(), true);
+        EXPECT_EQ(recorder.batch(R"(["account-1","generation-1"])")->acknowledgements.empty(), true);
         EXPECT_EQ(service.newest("collection", "current").is_object() &&
                       service.newest("collection", "current")["data"]["metrics"]["round"] ==
                           collection.metrics["round"],
@@ -407,7 +408,7 @@ TEST_F(CloudTest, anArchiveThatEndsTakesItsQueueAlong) {
     capture();
     cycle();
     EXPECT_EQ(kept()->generation, "generation-5");
-    EXPECT_EQ(dirty("account-1\ngeneration-4"), 0U);
+    EXPECT_EQ(dirty(R"(["account-1","generation-4"])"), 0U);
     const std::size_t before = items();
     clock.advance(31);
     capture();

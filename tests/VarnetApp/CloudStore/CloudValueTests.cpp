@@ -38,6 +38,12 @@ TEST(CloudCredentials, areReadWholeOrNotAtAll) {
     CloudCredentials other = credentials;
     other.generation = "h";
     EXPECT_NE(credentials.scope(), other.scope());
+    // A line break belongs to one of the two texts.
+    credentials.accountID = "a\n";
+    credentials.generation = "b";
+    other.accountID = "a";
+    other.generation = "\nb";
+    EXPECT_NE(credentials.scope(), other.scope());
 }
 
 TEST(CloudServiceError, isWhatTheServiceSays) {
