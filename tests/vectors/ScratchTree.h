@@ -11,7 +11,8 @@ namespace varnet::vectors {
 /// end.
 class ScratchTree {
 public:
-    ScratchTree();
+    /// @param placeholder what stands for its place in a vector
+    explicit ScratchTree(std::string placeholder = "${ROOT}");
     ~ScratchTree();
     ScratchTree(const ScratchTree&) = delete;
     ScratchTree& operator=(const ScratchTree&) = delete;
@@ -23,10 +24,11 @@ public:
     /// the way is replaced.
     void apply(const Json& entries);
 
-    /// The JSON with "${ROOT}" replaced by the path in every text.
+    /// The JSON with the placeholder replaced by the path in every text.
     Json located(const Json& json) const;
 
 private:
+    const std::string placeholder_;
     std::filesystem::path outer_;
     std::filesystem::path root_;
 };
