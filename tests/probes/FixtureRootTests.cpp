@@ -13,6 +13,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet::probes {
@@ -141,13 +142,8 @@ TEST_F(FixtureRoot, processTableThatCannotBeRead) {
 TEST_F(FixtureRoot, executablePaths) {
     const std::string onDisk = kernel.root().sys + "/really called (deleted)";
     kernel.write("sys/really called (deleted)", "");
-    struct Row {
-        const char* oddity;
-        std::string link;
-        std::size_t size;
-        std::string expected;
-    };
-    for (const Row& row : std::vector<Row>{
+    using Row = std::tuple<const char*, std::string, std::size_t, std::string>;
+    for (const auto& [oddity, link, size, expected] : std::vector<Row>{
              {"usual", "/usr/bin/a", 100, "/usr/bin/a"},
              {"replaced while it runs", "/no/such/a (deleted)", 100, "/no/such/a"},
              {"really called so", onDisk, 4096, onDisk},
@@ -158,15 +154,15 @@ TEST_F(FixtureRoot, executablePaths) {
              {"room for the NUL only", "/usr", 1, ""},
              {"not UTF-8", "/\xff\xfe", 100, "/\xff\xfe"},
          }) {
-        SCOPED_TRACE(row.oddity);
-        kernel.put({.pid = 10, .exe = row.link});
-        kernel.link("proc/10/cwd", row.link);
-        std::vector<char> buffer(row.size + 1, '#');
-        EXPECT_EQ(path(kernel.root(), 10, buffer.data(), row.size), 0);
-        EXPECT_STREQ(buffer.data(), row.expected.c_str());
-        EXPECT_EQ(buffer[row.size], '#');
-        EXPECT_EQ(cwd(kernel.root(), 10, buffer.data(), row.size), 0);
-        EXPECT_STREQ(buffer.data(), row.expected.c_str());
+        SCOPED_TRACE(oddity);
+        kernel.put({.pid = 10, .exe = link});
+        kernel.link("proc/10/cwd", link);
+        std::vector<char> buffer(size + 1, '#');
+        EXPECT_EQ(path(kernel.root(), 10, buffer.data(), size), 0);
+        EXPECT_STREQ(buffer.data(), expected.c_str());
+        EXPECT_EQ(buffer[size], '#');
+        EXPECT_EQ(cwd(kernel.root(), 10, buffer.data(), size), 0);
+        EXPECT_STREQ(buffer.data(), expected.c_str());
     }
     char buffer[8] = "before";
     std::filesystem::remove(kernel.processFolder(10) / "exe");

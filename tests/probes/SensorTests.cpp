@@ -7,6 +7,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet::probes {
@@ -124,13 +125,8 @@ protected:
 
 TEST_F(ThermalTest, zonesAgainstTheirOwnTripPoints) {
     const Files usual{{"active", "50000"}, {"critical", "105000"}, {"hot", "100000"}, {"passive", "90000"}};
-    struct Row {
-        const char* oddity;
-        std::string temperature;
-        Files trips;
-        std::int32_t state;
-    };
-    for (const Row& row : std::vector<Row>{
+    using Row = std::tuple<const char*, std::string, Files, std::int32_t>;
+    for (const auto& [oddity, temperature, trips, state] : std::vector<Row>{
              {"fans turning is no pressure", "60000\n", usual, 0},
              {"at the passive point", "90000", usual, 1},
              {"at the hot point", "100000", usual, 2},
@@ -145,10 +141,10 @@ TEST_F(ThermalTest, zonesAgainstTheirOwnTripPoints) {
              {"a critical point above all belief", "60000", {{"critical", "2147483647"}}, 0},
              {"no points at all", "99000", {}, 0},
          }) {
-        SCOPED_TRACE(row.oddity);
+        SCOPED_TRACE(oddity);
         std::filesystem::remove_all(kernel.root().sys + "/class");
-        zone(0, row.temperature, row.trips);
-        EXPECT_EQ(fresh(), row.state);
+        zone(0, temperature, trips);
+        EXPECT_EQ(fresh(), state);
     }
 }
 
@@ -160,24 +156,19 @@ TEST_F(ThermalTest, theHottestZoneCounts) {
 }
 
 TEST_F(ThermalTest, devicesThatCoolByThrottling) {
-    struct Row {
-        const char* type;
-        const char* current;
-        const char* maximum;
-        std::int32_t state;
-    };
-    for (const Row& row : std::vector<Row>{{"Processor", "0", "10", 0},
-                                           {"Processor", "1", "10", 1},
-                                           {"Processor", "5", "10", 2},
-                                           {"thermal-cpufreq-0", "3", "3", 2},
-                                           {"intel_powerclamp", "-1", "50", 0},
-                                           {"Processor", "11", "10", 0},
-                                           {"Processor", "1", "0", 0},
-                                           {"Fan", "1", "1", 0},
-                                           {"LCD", "80", "100", 0}}) {
-        SCOPED_TRACE(std::string(row.type) + " " + row.current);
-        device(row.type, row.current, row.maximum);
-        EXPECT_EQ(fresh(), row.state);
+    using Row = std::tuple<const char*, const char*, const char*, std::int32_t>;
+    for (const auto& [type, current, maximum, state] : std::vector<Row>{{"Processor", "0", "10", 0},
+                                                                        {"Processor", "1", "10", 1},
+                                                                        {"Processor", "5", "10", 2},
+                                                                        {"thermal-cpufreq-0", "3", "3", 2},
+                                                                        {"intel_powerclamp", "-1", "50", 0},
+                                                                        {"Processor", "11", "10", 0},
+                                                                        {"Processor", "1", "0", 0},
+                                                                        {"Fan", "1", "1", 0},
+                                                                        {"LCD", "80", "100", 0}}) {
+        SCOPED_TRACE(std::string(type) + " " + current);
+        device(type, current, maximum);
+        EXPECT_EQ(fresh(), state);
     }
 }
 

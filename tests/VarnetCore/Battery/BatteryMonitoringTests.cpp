@@ -11,6 +11,7 @@
 
 #include <sstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet {
@@ -90,25 +91,22 @@ TEST_F(BatteryMonitoringTest, fileThatCannotBeUnderstoodIsNeverWrittenOver) {
     const std::string whole = archiveWithAPoint(50).encode();
     std::string newer = whole;
     newer.replace(newer.find("\"version\":1"), 11, "\"version\":2");
-    struct Row {
-        const char* oddity;
-        std::string text;
-    };
-    for (const Row& row : std::vector<Row>{{"of a newer version", newer},
-                                           {"cut off", whole.substr(0, whole.size() / 2)},
-                                           {"empty", ""},
-                                           {"no JSON", "history"},
-                                           {"not UTF-8", "\xff\xfe"},
-                                           {"nested without end", std::string(100'000, '[')}}) {
-        SCOPED_TRACE(row.oddity);
-        folder.write("state/battery-history.json", row.text);
+    using Row = std::tuple<const char*, std::string>;
+    for (const auto& [oddity, text] : std::vector<Row>{{"of a newer version", newer},
+                                                       {"cut off", whole.substr(0, whole.size() / 2)},
+                                                       {"empty", ""},
+                                                       {"no JSON", "history"},
+                                                       {"not UTF-8", "\xff\xfe"},
+                                                       {"nested without end", std::string(100'000, '[')}}) {
+        SCOPED_TRACE(oddity);
+        folder.write("state/battery-history.json", text);
         BatteryMonitoring monitoring(state(), now);
         EXPECT_EQ(monitoring.warning, unopened);
         EXPECT_EQ(monitoring.tracker.archive(), BatteryArchive{});
         monitoring.tracker = BatteryTracker(archiveWithAPoint(10));
         monitoring.save();
         EXPECT_EQ(monitoring.warning, unopened);
-        EXPECT_EQ(contents(file()), row.text);
+        EXPECT_EQ(contents(file()), text);
     }
     std::filesystem::remove(file());
     std::filesystem::create_directory(file());
