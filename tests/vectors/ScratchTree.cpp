@@ -2,10 +2,8 @@
 
 #include "tests/vectors/RecordJson.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <stdexcept>
-#include <system_error>
 #include <utility>
 
 namespace varnet::vectors {
@@ -26,16 +24,7 @@ std::string contentsOf(const Json& entry) {
 } // namespace
 
 ScratchTree::ScratchTree(std::string placeholder) : placeholder_(std::move(placeholder)) {
-    std::string pattern = (fs::canonical(fs::temp_directory_path()) / "varnet-vectors-XXXXXX").string();
-    if (!::mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder: " + pattern);
-    outer_ = pattern;
-    root_ = outer_ / "root";
     fs::create_directory(root_);
-}
-
-ScratchTree::~ScratchTree() {
-    std::error_code ignored;
-    fs::remove_all(outer_, ignored);
 }
 
 void ScratchTree::apply(const Json& entries) {

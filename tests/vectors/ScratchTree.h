@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/fakes/TemporaryFolder.h"
 #include "tests/vectors/Comparison.h"
 
 #include <filesystem>
@@ -13,9 +14,6 @@ class ScratchTree {
 public:
     /// @param placeholder what stands for its place in a vector
     explicit ScratchTree(std::string placeholder = "${ROOT}");
-    ~ScratchTree();
-    ScratchTree(const ScratchTree&) = delete;
-    ScratchTree& operator=(const ScratchTree&) = delete;
 
     /// Real path of the folder.
     std::string path() const { return root_.string(); }
@@ -29,8 +27,8 @@ public:
 
 private:
     const std::string placeholder_;
-    std::filesystem::path outer_;
-    std::filesystem::path root_;
+    TemporaryFolder outer_;
+    const std::filesystem::path root_ = outer_.path() / "root";
 };
 
 } // namespace varnet::vectors

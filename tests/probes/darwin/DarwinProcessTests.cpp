@@ -120,32 +120,25 @@ TEST(DarwinProcessList, fullAndCheap) {
     EXPECT_EQ(kernel.usageCalls, 0);
 }
 
-struct UsageRow {
-    const char* name;
-    mach_timebase_info_data_t timebase;
-    std::optional<rusage_info_v2> usage;
-    std::int32_t hasUsage;
-    std::uint64_t cpu;
-};
-
 TEST(DarwinProcessList, usage) {
     const std::uint64_t half = std::uint64_t{1} << 63U;
-    const std::vector<UsageRow> rows = {
-        {"refused", {1, 1}, std::nullopt, 0, 0},
-        {"scale unknown", {0, 0}, usage(1, 1), 0, 0},
-        {"sum and product beyond 64 bits", {3, 4}, usage(half, half), 1, half + half / 2},
-        {"result cut to 64 bits", {3, 1}, usage(half, 1), 1, half + 3},
-    };
-    for (const UsageRow& row : rows) {
-        SCOPED_TRACE(row.name);
+    using Row = std::tuple<const char*, mach_timebase_info_data_t, std::optional<rusage_info_v2>,
+                           std::int32_t, std::uint64_t>;
+    for (const auto& [name, timebase, told, hasUsage, cpu] : std::vector<Row>{
+             {"refused", {1, 1}, std::nullopt, 0, 0},
+             {"scale unknown", {0, 0}, usage(1, 1), 0, 0},
+             {"sum and product beyond 64 bits", {3, 4}, usage(half, half), 1, half + half / 2},
+             {"result cut to 64 bits", {3, 1}, usage(half, 1), 1, half + 3},
+         }) {
+        SCOPED_TRACE(name);
         FakeKernel kernel;
-        kernel.timebase = row.timebase;
-        kernel.addProcess(8, "still named").usage = row.usage;
+        kernel.timebase = timebase;
+        kernel.addProcess(8, "still named").usage = told;
         const Listed listed = list();
         ASSERT_EQ(listed.count, 1);
         EXPECT_STREQ(listed[0].name, "still named");
-        EXPECT_EQ(listed[0].hasUsage, row.hasUsage);
-        EXPECT_EQ(listed[0].cpu, row.cpu);
+        EXPECT_EQ(listed[0].hasUsage, hasUsage);
+        EXPECT_EQ(listed[0].cpu, cpu);
     }
 }
 
