@@ -18,6 +18,7 @@
 #include <functional>
 #include <iostream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet::probes {
@@ -65,15 +66,7 @@ protected:
 
 /// Each row fails more than one check: the earliest decides, and nothing is sent.
 TEST_F(CheckedSignal, refusesInItsOrder) {
-    struct Row {
-        const char* oddity;
-        std::int32_t pid;
-        std::uint64_t start;
-        std::uint32_t uid;
-        int signal;
-        int expected;
-        bool opens;
-    };
+    using Row = std::tuple<const char*, std::int32_t, std::uint64_t, std::uint32_t, int, int, bool>;
     constexpr std::int32_t stale = 70;
     const std::uint32_t user = getuid();
     const std::uint64_t start = FixtureKernel::bootSeconds * 1'000'000 + 10'000'000;
@@ -87,7 +80,7 @@ TEST_F(CheckedSignal, refusesInItsOrder) {
     std::filesystem::create_directories(kernel.processFolder(54) / "status");
     kernel.put({.pid = 55, .uid = user});
     kernel.write("proc/55/status", "Tgid:\t50\nPid:\t55\nUid:\t0\t0\t0\t0\n");
-    for (const Row& row : std::vector<Row>{
+    for (const auto& [oddity, pid, stated, uid, signal, expected, opens] : std::vector<Row>{
              {"the first process, and a wrong signal", 1, 0, user, 2, EPERM, false},
              {"this process's own group", 0, start, user, 15, EPERM, false},
              {"every process", -1, start, user, 15, EPERM, false},
@@ -107,24 +100,19 @@ TEST_F(CheckedSignal, refusesInItsOrder) {
              {"started earlier", 50, start + 10'000, user, 9, stale, true},
              {"the user changed", 51, start, user, 15, stale, true},
          }) {
-        SCOPED_TRACE(row.oddity);
+        SCOPED_TRACE(oddity);
         Counted::reset();
-        EXPECT_EQ(signalChecked(kernel.root(), Counted::calls, row.pid, row.start, row.uid, row.signal),
-                  row.expected);
-        EXPECT_EQ(Counted::opened, row.opens ? 1 : 0);
+        EXPECT_EQ(signalChecked(kernel.root(), Counted::calls, pid, stated, uid, signal), expected);
+        EXPECT_EQ(Counted::opened, opens ? 1 : 0);
         EXPECT_EQ(Counted::sent + Counted::killed, 0);
     }
 }
 
 TEST_F(CheckedSignal, waysToSend) {
-    struct Row {
-        const char* oddity;
-        int openError, sendError, killError;
-        int expected, sent, killed;
-    };
+    using Row = std::tuple<const char*, int, int, int, int, int, int>;
     const std::uint32_t user = getuid();
     kernel.put({.pid = 50, .uid = user});
-    for (const Row& row : std::vector<Row>{
+    for (const auto& [oddity, openError, sendError, killError, expected, sent, killed] : std::vector<Row>{
              {"by descriptor", 0, 0, 0, 0, 1, 0},
              {"ended after the checks", 0, ESRCH, 0, ESRCH, 1, 0},
              {"refused by the kernel", 0, EPERM, 0, EPERM, 1, 0},
@@ -137,15 +125,15 @@ TEST_F(CheckedSignal, waysToSend) {
              {"a thread, by an early kernel", EINVAL, 0, 0, ESRCH, 0, 0},
              {"a thread, by a late one", ENOENT, 0, 0, ESRCH, 0, 0},
          }) {
-        SCOPED_TRACE(row.oddity);
+        SCOPED_TRACE(oddity);
         Counted::reset();
-        Counted::openError = row.openError;
-        Counted::sendError = row.sendError;
-        Counted::killError = row.killError;
+        Counted::openError = openError;
+        Counted::sendError = sendError;
+        Counted::killError = killError;
         const std::uint64_t start = FixtureKernel::bootSeconds * 1'000'000 + 10'000'000;
-        EXPECT_EQ(signalChecked(kernel.root(), Counted::calls, 50, start, user, SIGTERM), row.expected);
-        EXPECT_EQ(Counted::sent, row.sent);
-        EXPECT_EQ(Counted::killed, row.killed);
+        EXPECT_EQ(signalChecked(kernel.root(), Counted::calls, 50, start, user, SIGTERM), expected);
+        EXPECT_EQ(Counted::sent, sent);
+        EXPECT_EQ(Counted::killed, killed);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet::probes {
@@ -20,10 +21,7 @@ std::string statLine(const std::string& name, const std::string& afterName) {
 const std::string usual = "S 4 1 1 0 -1 4194304 1 2 3 4 50 6 -7 -8 20 0 3 0 12345 99 99\n";
 
 TEST(ParseProcStat, names) {
-    struct Row {
-        const char* oddity;
-        std::string name;
-    };
+    using Row = std::tuple<const char*, std::string>;
     const std::vector<Row> rows{
         {"plain", "bash"},
         {"empty", ""},
@@ -35,12 +33,12 @@ TEST(ParseProcStat, names) {
         {"not UTF-8", "\xff\xfe\x80"},
         {"longer than the kernel's 15 bytes", std::string(300, 'k')},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.oddity);
-        const std::string text = statLine(row.name, usual);
+    for (const auto& [oddity, name] : rows) {
+        SCOPED_TRACE(oddity);
+        const std::string text = statLine(name, usual);
         const auto stat = parseProcStat(text);
         ASSERT_TRUE(stat);
-        EXPECT_EQ(stat->name, row.name);
+        EXPECT_EQ(stat->name, name);
         EXPECT_EQ(stat->pid, 7);
         EXPECT_EQ(stat->state, 'S');
         EXPECT_EQ(stat->parent, 4);
@@ -52,10 +50,7 @@ TEST(ParseProcStat, names) {
 }
 
 TEST(ParseProcStat, refused) {
-    struct Row {
-        const char* oddity;
-        std::string text;
-    };
+    using Row = std::tuple<const char*, std::string>;
     const std::vector<Row> rows{
         {"empty", ""},
         {"no name", "7 S 4 1 1"},
@@ -75,32 +70,27 @@ TEST(ParseProcStat, refused) {
         {"CPU time that overflows in nanoseconds",
          "7 (a) S 4 1 1 0 -1 0 1 2 3 4 18446744073709551615 6 0 0 20 0 3 0 1"},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.oddity);
-        EXPECT_FALSE(parseProcStat(row.text));
+    for (const auto& [oddity, text] : rows) {
+        SCOPED_TRACE(oddity);
+        EXPECT_FALSE(parseProcStat(text));
     }
 }
 
 TEST(ParseProcStat, ended) {
-    struct Row {
-        const char* oddity;
-        const char* state;
-        const char* threads;
-        bool ended;
-    };
-    for (const Row& row : std::vector<Row>{
+    using Row = std::tuple<const char*, const char*, const char*, bool>;
+    for (const auto& [oddity, state, threads, ended] : std::vector<Row>{
              {"sleeps", "S", "1", false},
              {"stopped", "T", "1", false},
              {"waits to be collected", "Z", "1", true},
              {"threads live on without their main thread", "Z", "4", false},
              {"collected, threads no longer counted", "X", "0", true},
          }) {
-        SCOPED_TRACE(row.oddity);
+        SCOPED_TRACE(oddity);
         const std::string text =
-            "7 (a) "s + row.state + " 4 1 1 0 -1 2097152 1 2 3 4 5 6 0 0 20 0 " + row.threads + " 0 1";
+            "7 (a) "s + state + " 4 1 1 0 -1 2097152 1 2 3 4 5 6 0 0 20 0 " + threads + " 0 1";
         const auto stat = parseProcStat(text);
         ASSERT_TRUE(stat);
-        EXPECT_EQ(stat->ended(), row.ended);
+        EXPECT_EQ(stat->ended(), ended);
         EXPECT_TRUE(stat->kernelThread); // 2097152
     }
 }
@@ -111,14 +101,8 @@ const std::string memoryLines =
 const std::string wakeupLines = "voluntary_ctxt_switches:\t42\nnonvoluntary_ctxt_switches:\t9\n";
 
 TEST(ParseProcStatus, usage) {
-    struct Row {
-        const char* oddity;
-        std::string text;
-        bool hasUsage;
-        std::uint64_t memory;
-        std::uint64_t wakeups;
-    };
-    for (const Row& row : std::vector<Row>{
+    using Row = std::tuple<const char*, std::string, bool, std::uint64_t, std::uint64_t>;
+    for (const auto& [oddity, text, hasUsage, memory, wakeups] : std::vector<Row>{
              {"usual", identityLines + memoryLines + wakeupLines, true, 111 * 1024, 42},
              {"kernel thread: no memory lines", identityLines + wakeupLines, true, 0, 42},
              {"400 groups in front of the counters",
@@ -141,14 +125,14 @@ TEST(ParseProcStatus, usage) {
              {"a name that looks like a line, as the kernel writes it",
               "Name:\tRssAnon:\\n\n" + identityLines + memoryLines + wakeupLines, true, 111 * 1024, 42},
          }) {
-        SCOPED_TRACE(row.oddity);
-        const auto status = parseProcStatus(row.text);
+        SCOPED_TRACE(oddity);
+        const auto status = parseProcStatus(text);
         ASSERT_TRUE(status);
         EXPECT_EQ(status->processID, 7);
         EXPECT_EQ(status->uid, 0U); // the effective one
-        EXPECT_EQ(status->hasUsage, row.hasUsage);
-        EXPECT_EQ(status->memory, row.memory);
-        EXPECT_EQ(status->wakeups, row.wakeups);
+        EXPECT_EQ(status->hasUsage, hasUsage);
+        EXPECT_EQ(status->memory, memory);
+        EXPECT_EQ(status->wakeups, wakeups);
     }
     EXPECT_EQ(parseProcStatus("Tgid:\t5\nPid:\t7\nUid:\t1\t1\t1\t1\n")->processID, 5) << "a thread's";
 }
@@ -172,12 +156,8 @@ std::string joined(std::string_view block, std::size_t size, bool cut = false) {
 }
 
 TEST(JoinArguments, blocks) {
-    struct Row {
-        const char* oddity;
-        std::string block;
-        std::string expected;
-    };
-    for (const Row& row : std::vector<Row>{
+    using Row = std::tuple<const char*, std::string, std::string>;
+    for (const auto& [oddity, block, expected] : std::vector<Row>{
              {"none", "", ""},
              {"one", "a\0"s, "a"},
              {"several", "git\0log\0--all\0"s, "git\tlog\t--all"},
@@ -190,19 +170,15 @@ TEST(JoinArguments, blocks) {
              {"tab inside reads as a separator", "a\tb\0c\0"s, "a\tb\tc"},
              {"not UTF-8", "\xff\0\xfe\0"s, "\xff\t\xfe"},
          }) {
-        SCOPED_TRACE(row.oddity);
-        EXPECT_EQ(joined(row.block, 100), row.expected);
+        SCOPED_TRACE(oddity);
+        EXPECT_EQ(joined(block, 100), expected);
     }
 }
 
 TEST(JoinArguments, whatDoesNotFitIsCutAtAWholeArgument) {
-    struct Row {
-        const char* oddity;
-        std::size_t size;
-        std::string expected;
-    };
+    using Row = std::tuple<const char*, std::size_t, std::string>;
     // An argument needs its length and two bytes more behind what is written already.
-    for (const Row& row : std::vector<Row>{
+    for (const auto& [oddity, size, expected] : std::vector<Row>{
              {"room for the NUL only", 1, ""},
              {"one short of the first", 5, ""},
              {"just the first", 6, "one"},
@@ -212,11 +188,11 @@ TEST(JoinArguments, whatDoesNotFitIsCutAtAWholeArgument) {
              {"one short of all", 18, "one\ttwo\tlengthy"},
              {"all", 19, "one\ttwo\tlengthy\t4"},
          }) {
-        SCOPED_TRACE(row.oddity);
+        SCOPED_TRACE(oddity);
         EXPECT_EQ(joined("one\0two\0lengthy\0"
                          "4\0"s,
-                         row.size),
-                  row.expected);
+                         size),
+                  expected);
     }
     char none = '#';
     EXPECT_FALSE(joinArguments("a\0"s, false, &none, 0));

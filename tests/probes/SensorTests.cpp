@@ -7,6 +7,7 @@
 #include <array>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet::probes {
@@ -22,17 +23,13 @@ struct FanRow {
     std::vector<double> maxima = {};
 };
 
-std::string bank(int first, int last, Files& files) {
-    for (int fan = first; fan <= last; ++fan)
-        files["hwmon0/fan" + std::to_string(fan) + "_input"] = std::to_string(1000 + fan);
-    return "hwmon0/fan" + std::to_string(last + 1) + "_input";
-}
-
 std::vector<FanRow> fanRows() {
     Files many;
-    bank(1, 12, many);
+    for (int fan = 1; fan <= 12; ++fan)
+        many["hwmon0/fan" + std::to_string(fan) + "_input"] = std::to_string(1000 + fan);
     Files badTail = many;
     badTail["hwmon0/fan11_input"] = "nonsense";
+    const std::string first = "hwmon0/fan1_", second = "hwmon0/fan2_";
     return {
         {"virtual machine with nothing", {}, 0},
         {"fanless: chips that only tell temperatures", {{"hwmon0/temp1_input", "40000"}}, 0},
@@ -41,40 +38,30 @@ std::vector<FanRow> fanRows() {
          3,
          {1, 2, 3},
          {0, 0, 0}},
-        {"top speeds: kept, unknown, absurd, below the speed",
-         {{"hwmon0/fan1_input", "2400"},
-          {"hwmon0/fan1_max", "4900"},
-          {"hwmon0/fan2_input", "2400"},
-          {"hwmon0/fan2_max", "0"},
-          {"hwmon0/fan3_input", "2400"},
-          {"hwmon0/fan3_max", "20001"},
-          {"hwmon0/fan4_input", "2400"},
-          {"hwmon0/fan4_max", "2399"}},
-         4,
-         {2400, 2400, 2400, 2400},
-         {4900, 0, 0, 0}},
+        {"top speed kept", {{first + "input", "2400"}, {first + "max", "4900"}}, 1, {2400}, {4900}},
+        {"top speed unknown", {{first + "input", "2400"}, {first + "max", "0"}}, 1, {2400}, {0}},
+        {"top speed absurd", {{first + "input", "2400"}, {first + "max", "20001"}}, 1, {2400}, {0}},
+        {"top speed below the speed", {{first + "input", "2400"}, {first + "max", "2399"}}, 1, {2400}, {0}},
         {"a server with twelve fans: the first ten",
          many,
          10,
          {1001, 1002, 1003, 1004, 1005, 1006, 1007, 1008, 1009, 1010},
          std::vector<double>(10)},
         {"what lies beyond the tenth is not even read", badTail, 10},
-        {"the fastest that is believed", {{"hwmon0/fan1_input", "20000"}}, 1, {20'000}, {0}},
-        {"one too fast voids the reading",
-         {{"hwmon0/fan1_input", "1000"}, {"hwmon0/fan2_input", "20001"}},
-         -1},
-        {"below zero", {{"hwmon0/fan1_input", "-1"}}, -1},
-        {"no number", {{"hwmon0/fan1_input", "fast"}}, -1},
-        {"nothing in the file", {{"hwmon0/fan1_input", ""}}, -1},
+        {"the fastest that is believed", {{first + "input", "20000"}}, 1, {20'000}, {0}},
+        {"one too fast voids the reading", {{first + "input", "1000"}, {second + "input", "20001"}}, -1},
+        {"below zero", {{first + "input", "-1"}}, -1},
+        {"no number", {{first + "input", "fast"}}, -1},
+        {"nothing in the file", {{first + "input", ""}}, -1},
         {"marked as faulty: no fan",
-         {{"hwmon0/fan1_input", "65535"},
-          {"hwmon0/fan1_fault", "1"},
-          {"hwmon0/fan2_input", "900"},
-          {"hwmon0/fan2_fault", "0"}},
+         {{first + "input", "65535"},
+          {first + "fault", "1"},
+          {second + "input", "9"},
+          {second + "fault", "0"}},
          1,
-         {900},
+         {9},
          {0}},
-        {"an input that cannot be read", {{"hwmon0/fan1_input/folder", ""}}, -1},
+        {"an input that cannot be read", {{first + "input/folder", ""}}, -1},
         {"names that are almost fans",
          {{"hwmon0/fan_input", "1"}, {"hwmon0/fan1_input_x", "1"}, {"hwmonx/fan1_input", "1"}},
          0},
@@ -124,13 +111,8 @@ protected:
 
 TEST_F(ThermalTest, zonesAgainstTheirOwnTripPoints) {
     const Files usual{{"active", "50000"}, {"critical", "105000"}, {"hot", "100000"}, {"passive", "90000"}};
-    struct Row {
-        const char* oddity;
-        std::string temperature;
-        Files trips;
-        std::int32_t state;
-    };
-    for (const Row& row : std::vector<Row>{
+    using Row = std::tuple<const char*, std::string, Files, std::int32_t>;
+    for (const auto& [oddity, temperature, trips, state] : std::vector<Row>{
              {"fans turning is no pressure", "60000\n", usual, 0},
              {"at the passive point", "90000", usual, 1},
              {"at the hot point", "100000", usual, 2},
@@ -145,10 +127,10 @@ TEST_F(ThermalTest, zonesAgainstTheirOwnTripPoints) {
              {"a critical point above all belief", "60000", {{"critical", "2147483647"}}, 0},
              {"no points at all", "99000", {}, 0},
          }) {
-        SCOPED_TRACE(row.oddity);
+        SCOPED_TRACE(oddity);
         std::filesystem::remove_all(kernel.root().sys + "/class");
-        zone(0, row.temperature, row.trips);
-        EXPECT_EQ(fresh(), row.state);
+        zone(0, temperature, trips);
+        EXPECT_EQ(fresh(), state);
     }
 }
 
@@ -160,24 +142,19 @@ TEST_F(ThermalTest, theHottestZoneCounts) {
 }
 
 TEST_F(ThermalTest, devicesThatCoolByThrottling) {
-    struct Row {
-        const char* type;
-        const char* current;
-        const char* maximum;
-        std::int32_t state;
-    };
-    for (const Row& row : std::vector<Row>{{"Processor", "0", "10", 0},
-                                           {"Processor", "1", "10", 1},
-                                           {"Processor", "5", "10", 2},
-                                           {"thermal-cpufreq-0", "3", "3", 2},
-                                           {"intel_powerclamp", "-1", "50", 0},
-                                           {"Processor", "11", "10", 0},
-                                           {"Processor", "1", "0", 0},
-                                           {"Fan", "1", "1", 0},
-                                           {"LCD", "80", "100", 0}}) {
-        SCOPED_TRACE(std::string(row.type) + " " + row.current);
-        device(row.type, row.current, row.maximum);
-        EXPECT_EQ(fresh(), row.state);
+    using Row = std::tuple<const char*, const char*, const char*, std::int32_t>;
+    for (const auto& [type, current, maximum, state] : std::vector<Row>{{"Processor", "0", "10", 0},
+                                                                        {"Processor", "1", "10", 1},
+                                                                        {"Processor", "5", "10", 2},
+                                                                        {"thermal-cpufreq-0", "3", "3", 2},
+                                                                        {"intel_powerclamp", "-1", "50", 0},
+                                                                        {"Processor", "11", "10", 0},
+                                                                        {"Processor", "1", "0", 0},
+                                                                        {"Fan", "1", "1", 0},
+                                                                        {"LCD", "80", "100", 0}}) {
+        SCOPED_TRACE(std::string(type) + " " + current);
+        device(type, current, maximum);
+        EXPECT_EQ(fresh(), state);
     }
 }
 

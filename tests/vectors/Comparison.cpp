@@ -119,7 +119,8 @@ private:
     bool sameNumber(double expected, double got, bool exact) const {
         if (expected == got || (std::isnan(expected) && std::isnan(got))) return true;
         if (exact || !std::isfinite(expected) || !std::isfinite(got)) return false;
-        return std::abs(expected - got) <= rules_.relative * std::max(rules_.floor, std::abs(expected));
+        const double share = rules_.relative * std::max(rules_.floor, std::abs(expected));
+        return std::abs(expected - got) <= std::max(share, rules_.absolute);
     }
 
     /// Lengthens the path for as long as it lives.

@@ -18,6 +18,8 @@ struct Rules {
     /// Allowed deviation of a double, as a share of the larger of its expectation and the floor.
     double relative = 1e-9;
     double floor = 0;
+    /// Allowed deviation of a double in itself, beside that share.
+    double absolute = 0;
     /// Every number compares exactly, not only those under the date keys.
     bool exactNumbers = false;
     /// Objects must have the very same keys.
@@ -29,7 +31,7 @@ struct Rules {
                                                 "firstSeen", "lastSeen", "measuredAt", "now",
                                                 "since",     "startedAt"};
     /// Keys whose lists are sets.
-    std::set<std::string, std::less<>> setKeys;
+    std::set<std::string, std::less<>> setKeys{};
 };
 
 /// Where an answer first differs.

@@ -1,5 +1,6 @@
 #include "tests/vectors/Operations.h"
 
+#include <algorithm>
 #include <map>
 #include <regex>
 #include <utility>
@@ -27,7 +28,31 @@ std::optional<Difference> matchPattern(const std::string& pattern, const Json& g
     return Difference{"", "a match of " + pattern, got.dump(-1, ' ', false, Json::error_handler_t::replace)};
 }
 
+void resolve(Json& json, const Json& pool) {
+    const auto replace = [&pool](Json& process) {
+        if (process.is_number_integer()) process = pool.at(process.get<std::size_t>());
+    };
+    if (!json.is_structured()) return;
+    for (const char* const key : {"process", "root"})
+        if (json.contains(key)) replace(json[key]);
+    for (const char* const key : {"processes", "members", "samples"})
+        if (json.contains(key)) std::ranges::for_each(json[key], replace);
+    for (Json& child : json)
+        resolve(child, pool);
+}
+
 } // namespace
+
+Json withoutPool(Json vector) {
+    if (!vector.contains("input") || !vector["input"].is_object()) return vector;
+    Json& input = vector["input"];
+    const Json& own = at(input, "pool");
+    const Json pool = own.is_null() ? at(at(input, "snapshot"), "processes") : own;
+    if (pool.is_null()) return vector;
+    resolve(input, pool);
+    if (vector.contains("steps")) resolve(vector["steps"], pool);
+    return vector;
+}
 
 Json expectationOf(const Json& vector) {
     if (vector.contains("expect")) return vector["expect"];
@@ -38,13 +63,24 @@ Json expectationOf(const Json& vector) {
     return all;
 }
 
-Check answering(std::function<Json(const Json& input)> compute, Rules rules) {
+Check comparing(std::function<Json(const Json& input)> compute, Rules rules) {
     return [compute = std::move(compute), rules = std::move(rules)](const Json& vector) {
         const Json got = compute(inputOf(vector));
         const Json expected = expectationOf(vector);
         if (vector.value("expectIs", "") == "regex") return matchPattern(expected.get<std::string>(), got);
         return firstDifference(expected, got, rules);
     };
+}
+
+std::optional<Difference> eachStep(const Json& steps,
+                                   const std::function<std::optional<Difference>(const Json& step)>& check) {
+    for (std::size_t number = 0; number < steps.size(); ++number) {
+        if (auto difference = check(steps[number])) {
+            difference->path = "[" + std::to_string(number) + "]" + difference->path;
+            return difference;
+        }
+    }
+    return std::nullopt;
 }
 
 Room::Room(std::initializer_list<Operation> operations) {

@@ -2,10 +2,9 @@
 
 #include "tests/vectors/RecordJson.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <stdexcept>
-#include <system_error>
+#include <utility>
 
 namespace varnet::vectors {
 namespace {
@@ -24,17 +23,8 @@ std::string contentsOf(const Json& entry) {
 
 } // namespace
 
-ScratchTree::ScratchTree() {
-    std::string pattern = (fs::canonical(fs::temp_directory_path()) / "varnet-vectors-XXXXXX").string();
-    if (!::mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder: " + pattern);
-    outer_ = pattern;
-    root_ = outer_ / "root";
+ScratchTree::ScratchTree(std::string placeholder) : placeholder_(std::move(placeholder)) {
     fs::create_directory(root_);
-}
-
-ScratchTree::~ScratchTree() {
-    std::error_code ignored;
-    fs::remove_all(outer_, ignored);
 }
 
 void ScratchTree::apply(const Json& entries) {
@@ -55,12 +45,11 @@ void ScratchTree::apply(const Json& entries) {
 }
 
 Json ScratchTree::located(const Json& json) const {
-    static const std::string placeholder = "${ROOT}";
     if (json.is_string()) {
         std::string text = json.get<std::string>();
-        for (std::size_t at = text.find(placeholder); at != std::string::npos;
-             at = text.find(placeholder, at)) {
-            text.replace(at, placeholder.size(), path());
+        for (std::size_t at = text.find(placeholder_); at != std::string::npos;
+             at = text.find(placeholder_, at)) {
+            text.replace(at, placeholder_.size(), path());
             at += path().size();
         }
         return text;

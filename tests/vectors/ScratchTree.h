@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/fakes/TemporaryFolder.h"
 #include "tests/vectors/Comparison.h"
 
 #include <filesystem>
@@ -11,10 +12,8 @@ namespace varnet::vectors {
 /// end.
 class ScratchTree {
 public:
-    ScratchTree();
-    ~ScratchTree();
-    ScratchTree(const ScratchTree&) = delete;
-    ScratchTree& operator=(const ScratchTree&) = delete;
+    /// @param placeholder what stands for its place in a vector
+    explicit ScratchTree(std::string placeholder = "${ROOT}");
 
     /// Real path of the folder.
     std::string path() const { return root_.string(); }
@@ -23,12 +22,13 @@ public:
     /// the way is replaced.
     void apply(const Json& entries);
 
-    /// The JSON with "${ROOT}" replaced by the path in every text.
+    /// The JSON with the placeholder replaced by the path in every text.
     Json located(const Json& json) const;
 
 private:
-    std::filesystem::path outer_;
-    std::filesystem::path root_;
+    const std::string placeholder_;
+    TemporaryFolder outer_;
+    const std::filesystem::path root_ = outer_.path() / "root";
 };
 
 } // namespace varnet::vectors

@@ -50,7 +50,7 @@ std::optional<Difference> run(const Json& vector) {
     const Check* check = findCheck(op);
     if (!check) return Difference{"", "an operation that is known", "unknown operation " + op};
     try {
-        return (*check)(vector);
+        return (*check)(withoutPool(vector));
     } catch (const std::exception& error) {
         return Difference{"", "a vector that can be run", error.what()};
     }

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include <filesystem>
 #include <string>
 
@@ -16,9 +14,8 @@ namespace fs = std::filesystem;
 
 class AtomicFileTest : public testing::Test {
 protected:
-    static mode_t mode(const std::string& path) {
-        struct stat info{};
-        return stat(path.c_str(), &info) == 0 ? info.st_mode & 07777 : 0;
+    static unsigned mode(const fs::path& path) {
+        return static_cast<unsigned>(fs::status(path).permissions());
     }
     std::size_t entries() const {
         return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_.path()), {}));

@@ -3,18 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <tuple>
 
 namespace varnet {
 namespace {
 
 TEST(Display, ADurationIsTextForAnySpan) {
     constexpr double infinite = std::numeric_limits<double>::infinity();
-    struct Row {
-        const char* oddity;
-        double span;
-        const char* text;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, double, const char*>;
+    for (const auto& [oddity, span, text] : {
              Row{"ahead", -5000, "0m"},
              Row{"seconds only", 59.9, "0m"},
              Row{"the last second of the hour", 3599.9, "59m"},
@@ -23,7 +20,7 @@ TEST(Display, ADurationIsTextForAnySpan) {
              Row{"endless", infinite, "277777777777h 46m"},
              Row{"endlessly ahead", -infinite, "0m"},
          }) {
-        EXPECT_EQ(Display::duration(Date{0}, Date{row.span}), row.text) << row.oddity;
+        EXPECT_EQ(Display::duration(Date{0}, Date{span}), text) << oddity;
     }
 }
 

@@ -2,16 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace varnet {
 namespace {
 
 TEST(LexicalPath, Standardized) {
-    struct Row {
-        const char* oddity;
-        const char* path;
-        const char* expected;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [oddity, path, expected] : {
              Row{"root stays root", "/", "/"},
              Row{"slashes only", "////", "/"},
              Row{"trailing slash", "/a/b/", "/a/b"},
@@ -26,7 +24,7 @@ TEST(LexicalPath, Standardized) {
              Row{"upwards after a name is gone", "a/../../b", "../b"},
              Row{"nothing", "", ""},
          }) {
-        EXPECT_EQ(LexicalPath::standardized(row.path), row.expected) << row.oddity;
+        EXPECT_EQ(LexicalPath::standardized(path), expected) << oddity;
     }
 }
 

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 
 #include <string_view>
+#include <tuple>
 
 namespace varnet {
 namespace {
@@ -33,12 +34,8 @@ TEST(SmallFile, RefusesWhatIsNoRegularFile) {
 }
 
 TEST(Utf8, WellFormedOnly) {
-    struct Row {
-        const char* oddity;
-        std::string_view bytes;
-        bool valid;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, std::string_view, bool>;
+    for (const auto& [oddity, bytes, valid] : {
              Row{"every length", "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x94\xA5"sv, true},
              Row{"NUL is a character", "\0"sv, true},
              Row{"highest", "\xF4\x8F\xBF\xBF"sv, true},
@@ -51,7 +48,7 @@ TEST(Utf8, WellFormedOnly) {
              Row{"cut off", "\xE2\x82"sv, false},
              Row{"continuation alone", "\x80"sv, false},
          }) {
-        EXPECT_EQ(isValidUtf8(row.bytes), row.valid) << row.oddity;
+        EXPECT_EQ(isValidUtf8(bytes), valid) << oddity;
     }
 }
 

@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <tuple>
 
 namespace varnet {
 namespace {
@@ -153,23 +154,19 @@ TEST_F(DiskUsageScannerTest, rootThatIsNoFolderIsOnePartialRow) {
 TEST_F(DiskUsageScannerTest, stoppedScansAreTrue) {
     for (int file = 0; file < 40; ++file)
         folder.write("a/" + std::to_string(file), "x");
-    struct Case {
-        const char* name;
-        std::optional<std::int64_t> limit;
-        bool cancelled;
-        std::uint64_t read;
-    };
-    for (const Case& stop : {Case{"limit of as many as there are", 42, false, 42}, Case{"none", 0, false, 0},
-                             Case{"half", 20, false, 20}, Case{"cancelled before", {}, true, 0}}) {
-        if (stop.cancelled) token->cancel();
+    using Case = std::tuple<const char*, std::optional<std::int64_t>, bool, std::uint64_t>;
+    for (const auto& [name, limit, cancelled, read] :
+         {Case{"limit of as many as there are", 42, false, 42}, Case{"none", 0, false, 0},
+          Case{"half", 20, false, 20}, Case{"cancelled before", {}, true, 0}}) {
+        if (cancelled) token->cancel();
         index = DiskUsageIndex::make(temporary.path()).value();
-        const DiskUsageScan scan = scanner(stop.limit).scan(folder.path().string(), index.get());
-        EXPECT_TRUE(scan.stopped && !scan.complete && !scan.failure) << stop.name;
-        EXPECT_EQ(scan.entriesRead, stop.read) << stop.name;
-        EXPECT_TRUE(std::ranges::all_of(scan.entries, &DiskUsageEntry::partial)) << stop.name;
-        if (stop.read > 1) {
-            EXPECT_TRUE(ask(folder.path("a")).stopped) << stop.name;
-            EXPECT_TRUE(ask(std::nullopt).entries[0].partial) << stop.name;
+        const DiskUsageScan scan = scanner(limit).scan(folder.path().string(), index.get());
+        EXPECT_TRUE(scan.stopped && !scan.complete && !scan.failure) << name;
+        EXPECT_EQ(scan.entriesRead, read) << name;
+        EXPECT_TRUE(std::ranges::all_of(scan.entries, &DiskUsageEntry::partial)) << name;
+        if (read > 1) {
+            EXPECT_TRUE(ask(folder.path("a")).stopped) << name;
+            EXPECT_TRUE(ask(std::nullopt).entries[0].partial) << name;
         }
     }
 }

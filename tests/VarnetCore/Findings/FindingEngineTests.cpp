@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet {
@@ -62,29 +63,23 @@ TEST(FindingEngine, AnyLivingAgentInTheProjectKeepsItsServers) {
     root.attribution = std::make_shared<const Attribution>(
         Attribution{"Codex", identity(99), Confidence::observed, "", noon - 3600});
     const Service service = server(root);
-    struct Row {
-        const char* oddity;
-        std::int32_t origin;
-        const char* root;
-        Confidence confidence;
-        bool reported;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, std::int32_t, const char*, Confidence, bool>;
+    for (const auto& [oddity, origin, where, confidence, reported] : {
              Row{"at work there, though only guessed", 7, "/w/a", Confidence::unknown, false},
              Row{"at work in a project below it", 7, "/w/a/b", Confidence::observed, true},
              Row{"gone, its pid lives on as another process", 8, "/w/a", Confidence::observed, true},
          }) {
         ProcessSample worker = process(6);
-        worker.project = project(row.root);
+        worker.project = project(where);
         worker.attribution = std::make_shared<const Attribution>(
-            Attribution{"Gemini CLI", identity(row.origin), row.confidence, "", std::nullopt});
+            Attribution{"Gemini CLI", identity(origin), confidence, "", std::nullopt});
         ProcessSample reused = process(8);
         reused.id.start += 1;
         const std::vector<SampleRef> processes{service.root, shared(worker), shared(process(7)),
                                                shared(reused)};
         EXPECT_EQ(FindingEngine().evaluate({}, std::vector{service}, processes, noon).size(),
-                  row.reported ? 1U : 0U)
-            << row.oddity;
+                  reported ? 1U : 0U)
+            << oddity;
     }
 }
 

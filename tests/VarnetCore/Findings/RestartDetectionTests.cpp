@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <map>
+#include <tuple>
 #include <vector>
 
 namespace varnet {
@@ -36,13 +37,9 @@ std::vector<Finding> restartsOf(const Service& stopped, const Service& running) 
 }
 
 TEST(RestartDetection, OnlyTheLikeOfWhatWasStoppedCounts) {
-    struct Row {
-        const char* oddity;
-        Service running;
-        bool reported;
-    };
+    using Row = std::tuple<const char*, Service, bool>;
     using Sample = ProcessSample&;
-    for (const Row& row : {
+    for (const auto& [oddity, running, reported] : {
              Row{"a new instance", webServer(6, 59), true},
              Row{"a new instance under the old pid", webServer(5, 59), true},
              Row{"the stopped one itself", webServer(5, 5000), false},
@@ -54,7 +51,7 @@ TEST(RestartDetection, OnlyTheLikeOfWhatWasStoppedCounts) {
              Row{"no project", webServer(6, 59, [](Sample s) { s.project.reset(); }), false},
              Row{"another name", webServer(6, 59, [](Sample s) { s.ports = {}; }), false},
          }) {
-        EXPECT_EQ(restartsOf(webServer(5, 5000), row.running).size(), row.reported ? 1U : 0U) << row.oddity;
+        EXPECT_EQ(restartsOf(webServer(5, 5000), running).size(), reported ? 1U : 0U) << oddity;
     }
     EXPECT_TRUE(restartsOf(webServer(5, 59), webServer(5, 59)).empty())
         << "the clock was set back while it was stopping: still no new instance";

@@ -9,6 +9,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <unordered_set>
 #include <vector>
 
@@ -36,71 +37,36 @@ std::vector<std::int32_t> pids(const std::vector<StopTarget>& targets) {
 
 TEST(StopPlanner, ATreeOfAnyShapeIsPlannedWithinItsLimits) {
     constexpr std::int32_t count = 100'000;
-    struct Row {
-        const char* shape;
-        std::function<std::int32_t(std::int32_t pid)> parent;
-        std::size_t targets;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, std::function<std::int32_t(std::int32_t pid)>, std::size_t>;
+    for (const auto& [shape, parent, targets] : {
              Row{"a chain: the root and 40 levels", [](std::int32_t pid) { return pid - 1; }, 41},
              Row{"a star", [](std::int32_t) { return 2; }, count},
              Row{"a loop through the root", [](std::int32_t pid) { return pid == 2 ? 3 : 2; }, count},
          }) {
         std::vector<ProcessSample> processes;
         for (std::int32_t pid = 2; pid < count + 2; ++pid)
-            processes.push_back(process(pid, row.parent(pid)));
+            processes.push_back(process(pid, parent(pid)));
         const auto plan = StopPlanner::make(processes.front(), snapshotOf(processes), user, -1);
-        ASSERT_TRUE(plan) << row.shape;
-        EXPECT_EQ(plan->targets.size(), row.targets) << row.shape;
-        EXPECT_TRUE(std::ranges::is_sorted(pids(plan->targets))) << row.shape << " in the table's order";
+        ASSERT_TRUE(plan) << shape;
+        EXPECT_EQ(plan->targets.size(), targets) << shape;
+        EXPECT_TRUE(std::ranges::is_sorted(pids(plan->targets))) << shape << " in the table's order";
     }
 }
 
-TEST(StopPlanner, WhatMayNotBeStoppedIsLeftOutWithAllBelowIt) {
-    struct Row {
-        const char* oddity;
-        std::function<void(ProcessSample&)> change; ///< to the child between root and grandchild
-        bool taken;
-    };
-    using Sample = ProcessSample&;
-    for (const Row& row : {
-             Row{"a plain tool", [](Sample s) { s.name = "sleep"; }, true},
-             Row{"of the root's very moment", [](Sample s) { s.id = identity(6, 10'000); }, true},
-             Row{"older than the root: the pid was reused", [](Sample s) { s.id.start -= 1'000'000; }, false},
-             Row{"from another boot", [](Sample s) { s.id.boot -= 1; }, false},
-             Row{"in another worktree", [](Sample s) { s.project = project("/w/b"); }, false},
-             Row{"in no worktree", [](Sample s) { s.project.reset(); }, false},
-             Row{"another user's", [](Sample s) { s.uid = 0; }, false},
-             Row{"the system's", [](Sample s) { s.isSystem = true; }, false},
-             Row{"in a bundle", [](Sample s) { s.executable = "/opt/Ed.app/Contents/helper"; }, false},
-             Row{"Python's own bundle",
-                 [](Sample s) { s.executable = "/F/Resources/Python.app/Contents/MacOS/Python"; }, true},
-             Row{"an agent",
-                 [](Sample s) {
-                     s.name = "codex";
-                     s.executable = "/usr/bin/codex";
-                 },
-                 false},
-             Row{"the main process of an application",
-                 [](Sample s) {
-                     s.application = std::make_shared<const ApplicationDescriptor>(
-                         ApplicationDescriptor{"/x", "x", "X", 6, {}});
-                 },
-                 false},
-             Row{"a helper of an application",
-                 [](Sample s) {
-                     s.application = std::make_shared<const ApplicationDescriptor>(
-                         ApplicationDescriptor{"/x", "x", "X", 9, {}});
-                 },
-                 true},
+TEST(StopPlanner, AChildIsOfTheRootsBootAndNoOlder) {
+    using Row = std::tuple<const char*, ProcessIdentity, bool>;
+    for (const auto& [oddity, child, taken] : {
+             Row{"of the root's very moment", identity(6, 10'000), true},
+             Row{"older than the root: the pid was reused", identity(6, 10'001), false},
+             Row{"from another boot", {boot - 1, 6, identity(6).start}, false},
          }) {
         std::vector<ProcessSample> processes{process(5), process(6, 5), process(7, 6)};
         for (ProcessSample& process : processes)
             process.project = project("/w/a");
-        row.change(processes[1]);
+        processes[1].id = child;
         const auto plan = StopPlanner::make(processes[0], snapshotOf(processes), user, self);
-        ASSERT_TRUE(plan) << row.oddity;
-        EXPECT_EQ(pids(plan->targets), row.taken ? std::vector({5, 6, 7}) : std::vector({5})) << row.oddity;
+        ASSERT_TRUE(plan) << oddity;
+        EXPECT_EQ(pids(plan->targets), taken ? std::vector({5, 6, 7}) : std::vector({5})) << oddity;
     }
 }
 
@@ -158,17 +124,13 @@ TEST(BatchStopPlanner, OverlappingSelectionsNameEachTargetOnce) {
 
 TEST(BatchStopPlanner, AnApplicationMustStillBeTheOneReviewed) {
     const ApplicationDescriptor reviewed{"/x/ed.desktop", "ed", "Ed", 8, identity(8).start};
-    struct Row {
-        const char* oddity;
-        std::function<void(ProcessSample&)> change;
-        StopPlanningError error;
-    };
+    using Row = std::tuple<const char*, std::function<void(ProcessSample&)>, StopPlanningError>;
     using enum StopPlanningError;
     using Sample = ProcessSample&;
     const auto as = [](Sample s, const ApplicationDescriptor& application) {
         s.application = std::make_shared<const ApplicationDescriptor>(application);
     };
-    for (const Row& row : {
+    for (const auto& [oddity, change, error] : {
              Row{"no application any more", [](Sample s) { s.application.reset(); }, changed},
              Row{"another application",
                  [&](Sample s) { as(s, {"/x/other.desktop", "ed", "Ed", 8, std::nullopt}); }, changed},
@@ -179,10 +141,9 @@ TEST(BatchStopPlanner, AnApplicationMustStillBeTheOneReviewed) {
          }) {
         ProcessSample main = process(8, 1, "ed");
         as(main, reviewed);
-        row.change(main);
+        change(main);
         const std::vector<BatchStopRequest> requests{{BatchStopRequest::Application{reviewed, identity(8)}}};
-        EXPECT_EQ(BatchStopPlanner::make(requests, snapshotOf({main}), user, self).error(), row.error)
-            << row.oddity;
+        EXPECT_EQ(BatchStopPlanner::make(requests, snapshotOf({main}), user, self).error(), error) << oddity;
     }
     ApplicationDescriptor later = reviewed;
     later.processStart = identity(8).start + 1;

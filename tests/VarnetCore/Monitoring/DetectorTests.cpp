@@ -6,58 +6,43 @@
 
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace varnet {
 namespace {
 
 TEST(Detector, FindsCommandLineAgentsThatHide) {
-    struct Row {
-        const char* oddity;
-        std::string name;
-        std::string executable;
-        std::vector<std::string> arguments;
-        std::optional<std::string> agent;
-    };
+    using Row = std::tuple<const char*, std::string, std::string, std::vector<std::string>,
+                           std::optional<std::string>>;
     const std::string node = "/usr/bin/node";
-    for (const Row& row : {
+    const std::optional<std::string> none;
+    for (const auto& [oddity, name, executable, arguments, agent] : {
              Row{"node that titles itself", "claude", node, {}, "Claude Code"},
              Row{"title in the arguments only", "MainThread", node, {"Claude"}, "Claude Code"},
              Row{"launcher link as script", "node", node, {"node", "/usr/bin/gemini"}, "Gemini CLI"},
              Row{"bun", "bun", "/opt/BUN", {"bun", "/usr/bin/codex"}, "Codex"},
              Row{"deno", "deno", "/usr/bin/deno", {"deno", "opencode"}, "OpenCode"},
              Row{"agent's own runtime", "node", node, {"node", "/opt/x/cursor-agent"}, "Cursor"},
-             Row{"binary named after its version",
-                 "2.0.14",
-                 "/s/claude/versions/2.0.14",
-                 {"claude"},
-                 "Claude Code"},
+             Row{"binary named after its version", "2.0.14", "/v/2.0.14", {"claude"}, "Claude Code"},
              Row{"... by its name", "codex", "/s/versions/10.0", {}, "Codex"},
              Row{"name before arguments", "codex", node, {"claude"}, "Codex"},
-             Row{"third argument is the user's", "node", node, {"node", "run.js", "claude"}, std::nullopt},
-             Row{"a version is followed by no script", "x", "/v/2.0.14", {"x", "claude"}, std::nullopt},
-             Row{"only these names", "node", node, {"node", "/usr/bin/cursor"}, std::nullopt},
-             Row{"a name that begins like one", "node", node, {"node", "/usr/bin/claude.js"}, std::nullopt},
-             Row{"a folder of that name", "node", node, {"node", "/src/claude/server.js"}, std::nullopt},
-             Row{"other executables say what they are", "claude", "/usr/bin/bash", {"claude"}, std::nullopt},
-             Row{"python is no such runtime",
-                 "python3",
-                 "/usr/bin/python3",
-                 {"python3", "claude"},
-                 std::nullopt},
-             Row{"no executable known", "node", "", {"node", "/usr/bin/gemini"}, std::nullopt},
-             Row{"inside an application", "claude", "/A.app/Contents/node", {"claude"}, std::nullopt},
-             Row{"plain number", "claude", "/v/2", {}, std::nullopt},
-             Row{"dots without digits", "claude", "/v/2..1", {}, std::nullopt},
-             Row{"dot at the end", "claude", "/v/2.", {}, std::nullopt},
-             Row{"version with a suffix", "claude", "/v/2.0.1-beta", {}, std::nullopt},
-             Row{"package decides before the title",
-                 "claude",
-                 node,
-                 {"node", "/m/@openai/codex/x.js"},
-                 "Codex"},
+             Row{"third argument is the user's", "node", node, {"node", "run.js", "claude"}, none},
+             Row{"a version is followed by no script", "x", "/v/2.0.14", {"x", "claude"}, none},
+             Row{"only these names", "node", node, {"node", "/usr/bin/cursor"}, none},
+             Row{"a name that begins like one", "node", node, {"node", "/usr/bin/claude.js"}, none},
+             Row{"a folder of that name", "node", node, {"node", "/src/claude/server.js"}, none},
+             Row{"other executables say what they are", "claude", "/usr/bin/bash", {"claude"}, none},
+             Row{"python is no such runtime", "python3", "/bin/python3", {"python3", "claude"}, none},
+             Row{"no executable known", "node", "", {"node", "/usr/bin/gemini"}, none},
+             Row{"inside an application", "claude", "/A.app/Contents/node", {"claude"}, none},
+             Row{"plain number", "claude", "/v/2", {}, none},
+             Row{"dots without digits", "claude", "/v/2..1", {}, none},
+             Row{"dot at the end", "claude", "/v/2.", {}, none},
+             Row{"version with a suffix", "claude", "/v/2.0.1-beta", {}, none},
+             Row{"package before title", "claude", node, {"node", "/m/@openai/codex/x.js"}, "Codex"},
          }) {
-        EXPECT_EQ(Detector::agent(row.name, row.executable, row.arguments, ""), row.agent) << row.oddity;
+        EXPECT_EQ(Detector::agent(name, executable, arguments, ""), agent) << oddity;
     }
 }
 

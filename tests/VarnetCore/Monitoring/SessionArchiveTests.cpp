@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace varnet {
 namespace {
@@ -48,12 +49,8 @@ TEST(SessionArchive, AMomentThatIsNoNumberDoesNotSpoilTheFile) {
 }
 
 TEST(SessionArchive, DecodesStrictlyTyped) {
-    struct Row {
-        const char* oddity;
-        const char* roastChoice;
-        std::optional<std::int64_t> value;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, const char*, std::optional<std::int64_t>>;
+    for (const auto& [oddity, roastChoice, value] : {
              Row{"a float that is whole", "5.0", 5},
              Row{"an exponent that is whole", "-1e3", -1000},
              Row{"a fraction", "5.5", std::nullopt},
@@ -66,10 +63,10 @@ TEST(SessionArchive, DecodesStrictlyTyped) {
              Row{"no JSON number", "NaN", std::nullopt},
          }) {
         std::string json(emptyArchive);
-        json.insert(json.size() - 2, std::string("\"k\":") + row.roastChoice);
+        json.insert(json.size() - 2, std::string("\"k\":") + roastChoice);
         const auto archive = SessionArchive::decode(json);
         const auto choice = archive ? std::optional(archive->roastChoices.at("k")) : std::nullopt;
-        EXPECT_EQ(choice, row.value) << row.oddity;
+        EXPECT_EQ(choice, value) << oddity;
     }
 }
 
@@ -78,11 +75,8 @@ TEST(SessionArchive, RefusesWhatIsNoArchive) {
     EXPECT_TRUE(SessionArchive::decode(whole));
     EXPECT_TRUE(SessionArchive::decode(whole.substr(0, whole.size() - 1) + R"(,"more":[1,{"x":null}]})"))
         << "unknown keys are ignored";
-    struct Row {
-        const char* oddity;
-        std::string json;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, std::string>;
+    for (const auto& [oddity, json] : {
              Row{"nothing", ""},
              Row{"another kind of JSON", "[]"},
              Row{"null", "null"},
@@ -94,7 +88,7 @@ TEST(SessionArchive, RefusesWhatIsNoArchive) {
                                                           ",\"x\":" + std::string(200, '[') +
                                                           std::string(200, ']') + '}'},
          }) {
-        EXPECT_FALSE(SessionArchive::decode(row.json)) << row.oddity;
+        EXPECT_FALSE(SessionArchive::decode(json)) << oddity;
     }
 }
 

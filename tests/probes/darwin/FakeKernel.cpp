@@ -51,7 +51,6 @@ FakeProcess* FakeKernel::find(std::int32_t pid) {
 } // namespace varnet::probes
 
 using varnet::probes::FakeDescriptor;
-using varnet::probes::FakeEntry;
 using varnet::probes::FakeKernel;
 using varnet::probes::FakeKey;
 using varnet::probes::FakeProcess;
@@ -302,39 +301,6 @@ std::uint32_t notify_get_state(int token, std::uint64_t* state) {
 
 std::uint32_t notify_cancel(int) {
     --FakeKernel::running().subscriptions;
-    return 0;
-}
-
-FTS* fts_open(char* const*, int options, int (*compare)(const FTSENT**, const FTSENT**)) {
-    FakeKernel& kernel = FakeKernel::running();
-    kernel.walkOptions = options;
-    kernel.compare = compare;
-    ++kernel.walks;
-    return &kernel.hierarchy;
-}
-
-FTSENT* fts_read(FTS*) {
-    FakeKernel& kernel = FakeKernel::running();
-    if (kernel.nextEntry >= kernel.entries.size()) {
-        if (kernel.walkEnd != 0) errno = kernel.walkEnd;
-        return nullptr;
-    }
-    FakeEntry& entry = kernel.entries[kernel.nextEntry++];
-    kernel.toldStatus = entry.status.value_or(kernel.toldStatus);
-    kernel.told = {.fts_path = entry.path.data(),
-                   .fts_errno = entry.error,
-                   .fts_info = entry.info,
-                   .fts_statp = entry.status ? &kernel.toldStatus : nullptr};
-    return &kernel.told;
-}
-
-int fts_set(FTS*, FTSENT* entry, int instruction) {
-    if (instruction == FTS_SKIP) FakeKernel::running().skipped.emplace_back(entry->fts_path);
-    return 0;
-}
-
-int fts_close(FTS*) {
-    --FakeKernel::running().walks;
     return 0;
 }
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <fts.h>
 #include <libproc.h>
 #include <mach/mach.h>
 #include <mach/mach_time.h>
@@ -46,13 +45,6 @@ struct FakeKey {
     std::uint8_t valueResult = 0;
 };
 
-struct FakeEntry {
-    unsigned short info = 0;
-    std::string path;
-    int error = 0;
-    std::optional<struct stat> status;
-};
-
 /// A macOS kernel that does as it is told. The one made last answers the calls of the probes.
 struct FakeKernel {
     FakeKernel();
@@ -93,18 +85,6 @@ struct FakeKernel {
     // Heat. Empty: nothing to subscribe to.
     std::optional<std::uint64_t> pressure;
     int subscriptions = 0;
-
-    // A walk.
-    std::vector<FakeEntry> entries;
-    std::size_t nextEntry = 0;
-    int walkEnd = 0; ///< errno at its end
-    int walkOptions = 0;
-    int (*compare)(const FTSENT**, const FTSENT**) = nullptr;
-    std::vector<std::string> skipped;
-    int walks = 0; ///< open
-    FTS hierarchy{};
-    FTSENT told{};
-    struct stat toldStatus{};
 };
 
 } // namespace varnet::probes

@@ -1,18 +1,38 @@
 #include "VarnetApp/Localization/BatteryDisplay.h"
 #include "VarnetCore/Battery/BatteryTracker.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 #include <stdlib.h>
 #include <time.h>
 
 namespace varnet::vectors {
-namespace {
 
-template <typename Value>
-Json orNull(const std::optional<Value>& value) {
-    return value ? Json(*value) : Json(nullptr);
+template <>
+inline constexpr auto lastCase<BatteryAvailability> = BatteryAvailability::absent;
+template <>
+inline constexpr auto lastCase<BatteryState> = BatteryState::pluggedIn;
+template <>
+inline constexpr auto lastCase<BatteryCondition> = BatteryCondition::unknown;
+
+VARNET_RECORD(BatteryReading, date, availability, state, charge, health, condition, cycles, fullCapacity,
+              designCapacity, watts, temperature, minutesRemaining, minutesToFull, adapterWatts, lowPowerMode)
+VARNET_RECORD(BatteryPoint, date, charge, state, watts, segment)
+VARNET_RECORD(BatteryHealthPoint, date, capacity, cycles)
+VARNET_RECORD(BatteryAppImpact, name, scoreSeconds, partial)
+VARNET_RECORD(BatterySession, id, start, end, startCharge, endCharge, observedSeconds, apps)
+
+template <>
+inline void makeSparse(BatteryReading& reading) {
+    reading.availability = BatteryAvailability::available;
+    reading.state = BatteryState::onBattery;
+    reading.condition = BatteryCondition::normal;
 }
+template <>
+inline void makeSparse(BatteryPoint& point) {
+    point.state = BatteryState::onBattery;
+}
+
+namespace {
 
 // Readings.
 
@@ -27,111 +47,61 @@ BatteryDictionary readDictionary(const Json& object) {
             value.value = json.get<std::int64_t>();
         else if (json.is_number())
             value.value = json.get<double>();
-        if (json.is_string()) {
-            const auto number = numberOf(json);
-            if (number)
-                value.value = *number;
-            else
-                value.value = json.get<std::string>();
-        }
+        if (json.is_string()) value.value = json.get<std::string>();
+        if (const auto number = numberOf(json); number && json.is_string()) value.value = *number;
         if (json.is_object()) value.value = std::make_shared<const BatteryDictionary>(readDictionary(json));
     }
     return dictionary;
 }
 
-Json written(const BatteryReading& reading) {
-    return {{"date", reading.date.seconds},
-            {"availability", rawValue(reading.availability)},
-            {"state", rawValue(reading.state)},
-            {"charge", orNull(reading.charge)},
-            {"health", orNull(reading.health)},
-            {"condition", rawValue(reading.condition)},
-            {"cycles", orNull(reading.cycles)},
-            {"fullCapacity", orNull(reading.fullCapacity)},
-            {"designCapacity", orNull(reading.designCapacity)},
-            {"watts", orNull(reading.watts)},
-            {"temperature", orNull(reading.temperature)},
-            {"minutesRemaining", orNull(reading.minutesRemaining)},
-            {"minutesToFull", orNull(reading.minutesToFull)},
-            {"adapterWatts", orNull(reading.adapterWatts)},
-            {"lowPowerMode", reading.lowPowerMode}};
-}
-
-Json parse(const Json& input) {
-    return written(BatteryReading::parse(readDictionary(at(input, "power")),
-                                         readDictionary(at(input, "registry")),
-                                         numberOf(at(input, "adapterWatts")), readFlag(input, "lowPowerMode"),
-                                         readDate(input, "date").value_or(Date{})));
+BatteryReading parse(const Json& input) {
+    return BatteryReading::parse(readDictionary(at(input, "power")), readDictionary(at(input, "registry")),
+                                 numberOf(at(input, "adapterWatts")), readFlag(input, "lowPowerMode"),
+                                 readDate(input, "date"));
 }
 
 // Figures.
 
-QLocale localeOfInput(const Json& input) {
-    return QLocale(QString::fromStdString(readText(input, "locale")));
+Check figure(QString (*display)(std::optional<double>, const QLocale&)) {
+    return answering([display](const Json& input) {
+        const QLocale locale(QString::fromStdString(readText(input, "locale")));
+        return display(numberOf(at(input, "value")), locale).toStdString();
+    });
 }
 
-Json percent(const Json& input) {
-    return BatteryDisplay::percent(numberOf(at(input, "value")), localeOfInput(input)).toStdString();
-}
-Json watts(const Json& input) {
-    return BatteryDisplay::watts(numberOf(at(input, "value")), localeOfInput(input)).toStdString();
-}
-Json score(const Json& input) {
-    return BatteryDisplay::score(numberOf(at(input, "value")), localeOfInput(input)).toStdString();
-}
-Json time(const Json& input) {
+std::string time(const Json& input) {
     return BatteryDisplay::time(numberOf(at(input, "value"))).toStdString();
 }
 
 // The archive. A list {"count", "firstDate", "step", "with"} stands for that many entries.
 
-template <typename Read>
-void readEntries(const Json& list, Read read) {
-    if (list.is_array()) {
-        for (const Json& entry : list)
-            read(entry);
-        return;
-    }
+template <typename Entry>
+std::vector<Entry> readEntries(const Json& list) {
+    if (!list.is_object()) return read<std::vector<Entry>>(list);
+    std::vector<Entry> entries;
     for (int i = 0; i < list.at("count").get<int>(); ++i) {
-        Json entry = list.at("with");
-        entry["date"] = list.at("firstDate").get<double>() + i * list.at("step").get<double>();
-        read(entry);
+        entries.push_back(read<Entry>(list, "with"));
+        entries.back().date = {list.at("firstDate").get<double>() + i * list.at("step").get<double>()};
     }
-}
-
-BatteryState readState(const Json& json) {
-    return batteryState(readText(json, "state")).value_or(BatteryState::onBattery);
-}
-
-Uuid readUuid(const Json& json, const char* key) {
-    return Uuid::fromText(readText(json, key)).value_or(Uuid{});
+    return entries;
 }
 
 BatteryArchive readArchive(const Json& json) {
     BatteryArchive archive;
-    readEntries(at(json, "points"), [&](const Json& point) {
-        archive.points.push_back({*readDate(point, "date"), readNumber(point, "charge").value_or(0),
-                                  readState(point), readNumber(point, "watts"), readUuid(point, "segment")});
-    });
-    readEntries(at(json, "health"), [&](const Json& point) {
-        archive.health.push_back({*readDate(point, "date"), readNumber(point, "capacity").value_or(0),
-                                  readInteger<int>(point, "cycles")});
-    });
-    readEntries(at(json, "sessions"), [&](const Json& one) {
-        BatterySession session{readUuid(one, "id"),
-                               *readDate(one, "start"),
-                               *readDate(one, "end"),
-                               readNumber(one, "startCharge"),
-                               readNumber(one, "endCharge"),
-                               readNumber(one, "observedSeconds").value_or(0),
-                               {}};
-        for (const auto& [id, app] : at(one, "apps").items())
-            session.apps[id] = {id, readText(app, "name"), readNumber(app, "scoreSeconds").value_or(0),
-                                readFlag(app, "partial")};
-        archive.sessions.push_back(std::move(session));
-    });
+    archive.points = readEntries<BatteryPoint>(at(json, "points"));
+    archive.health = readEntries<BatteryHealthPoint>(at(json, "health"));
+    archive.sessions = read<std::vector<BatterySession>>(json, "sessions");
+    for (BatterySession& session : archive.sessions)
+        for (auto& [id, impact] : session.apps)
+            impact.id = id;
     return archive;
 }
+
+/// How closely batteries compare.
+const Rules rules{.relative = 1e-6,
+                  .floor = 1,
+                  .dateKeys = {"date", "start", "end", "firstDate", "lastDate", "previousDate"},
+                  .setKeys = {"previousGroupIDs"}};
 
 Json writtenLists(const BatteryArchive& archive) {
     Json json = Json::parse(archive.encode());
@@ -139,15 +109,11 @@ Json writtenLists(const BatteryArchive& archive) {
     return json;
 }
 
-Json prune(const Json& input) {
-    BatteryArchive archive = readArchive(input);
-    archive.prune(readDate(input, "at").value_or(Date{}));
-    return writtenLists(archive);
-}
-
 /// Where the expectation counts a list instead of naming its entries, so does the answer.
 std::optional<Difference> checkPrune(const Json& vector) {
-    Json got = prune(vector.at("input"));
+    BatteryArchive archive = readArchive(vector.at("input"));
+    archive.prune(readDate(vector.at("input"), "at"));
+    Json got = writtenLists(archive);
     const Json& expected = vector.at("expect");
     for (auto& [key, list] : got.items()) {
         if (!at(expected, key.c_str()).is_object()) continue;
@@ -155,9 +121,6 @@ std::optional<Difference> checkPrune(const Json& vector) {
                 {"firstDate", list.front().at("date")},
                 {"lastDate", list.back().at("date")}};
     }
-    Rules rules;
-    rules.relative = 1e-6;
-    rules.floor = 1;
     return firstDifference(expected, got, rules);
 }
 
@@ -184,33 +147,13 @@ private:
     std::map<std::string, std::size_t> names_;
 };
 
-BatteryReading readReading(const Json& json, Date date) {
-    BatteryReading reading;
-    reading.date = readDate(json, "date").value_or(date);
-    const std::string availability = readText(json, "availability");
-    reading.availability = availability == "absent"        ? BatteryAvailability::absent
-                           : availability == "unavailable" ? BatteryAvailability::unavailable
-                                                           : BatteryAvailability::available;
-    reading.state = readState(json);
-    reading.condition = BatteryCondition::normal;
-    reading.charge = readNumber(json, "charge");
-    reading.health = readNumber(json, "health");
-    reading.watts = readNumber(json, "watts");
-    reading.cycles = readInteger<int>(json, "cycles");
-    return reading;
-}
-
-Json writtenUuid(const std::optional<Uuid>& uuid) {
-    return uuid ? Json(uuid->text()) : Json(nullptr);
-}
-
 Json writtenState(const BatteryTracker& tracker) {
     const auto& previous = tracker.previousReading();
-    return {{"currentSessionID", writtenUuid(tracker.currentSessionID())},
-            {"previousDate", tracker.previousDate() ? Json(tracker.previousDate()->seconds) : Json()},
+    return {{"currentSessionID", written(tracker.currentSessionID())},
+            {"previousDate", written(tracker.previousDate())},
             {"previousGroupIDs", tracker.previousGroupIDs()},
             {"segment", tracker.segment().text()},
-            {"previousState", previous ? Json(rawValue(previous->state)) : Json()}};
+            {"previousState", previous ? written(previous->state) : Json()}};
 }
 
 /// The user's zone for as long as this lives.
@@ -235,24 +178,20 @@ std::optional<Difference> checkTracker(const Json& vector) {
     Json before = writtenLists(tracker.archive());
     Labels expectedLabels;
     Labels gotLabels;
-    Rules rules;
-    rules.relative = 1e-6;
-    rules.floor = 1;
-    rules.setKeys = {"previousGroupIDs"};
-    std::size_t number = 0;
-    for (const Json& step : vector.at("steps")) {
+    return eachStep(vector.at("steps"), [&](const Json& step) -> std::optional<Difference> {
         const Json& expected = step.at("expect");
         Json got;
         if (readText(step, "op") == "interrupt") {
             tracker.interrupt();
         } else {
             const Json& seen = step.at("input");
-            const Date now = readDate(seen, "at").value_or(Date{});
-            const std::vector<ApplicationGroup> groups = readGroups(at(seen, "groups"));
+            const Date now = readDate(seen, "at");
+            auto reading = read<BatteryReading>(seen, "reading");
+            if (at(at(seen, "reading"), "date").is_null()) reading.date = now;
             const BatteryDashboard dashboard =
-                tracker.observe(readReading(at(seen, "reading"), now), groups, now);
-            got["currentSessionID"] = writtenUuid(dashboard.currentSessionID);
-            got["dischargeWatts"] = orNull(dashboard.dischargeWatts);
+                tracker.observe(reading, read<std::vector<ApplicationGroup>>(seen, "groups"), now);
+            got["currentSessionID"] = written(dashboard.currentSessionID);
+            got["dischargeWatts"] = written(dashboard.dischargeWatts);
         }
         got["tracker"] = writtenState(tracker);
         // Lists that the expectation does not name stay as they were.
@@ -270,20 +209,17 @@ std::optional<Difference> checkTracker(const Json& vector) {
         got["archive"] = Json::object();
         for (const auto& [key, list] : expected.at("archive").items())
             got["archive"][key] = lists.at(key);
-        auto difference = firstDifference(expectedLabels.renamed(wanted), gotLabels.renamed(got), rules);
-        if (difference) {
-            difference->path = "step " + std::to_string(number) + " " + difference->path;
-            return difference;
-        }
-        ++number;
-    }
-    return std::nullopt;
+        return firstDifference(expectedLabels.renamed(wanted), gotLabels.renamed(got), rules);
+    });
 }
 
 const Room room{
-    {"BatteryReading.parse", answering(parse)}, {"BatteryDisplay.percent", answering(percent)},
-    {"BatteryDisplay.watts", answering(watts)}, {"BatteryDisplay.score", answering(score)},
-    {"BatteryDisplay.time", answering(time)},   {"BatteryArchive.prune", checkPrune},
+    {"BatteryReading.parse", answering(parse)},
+    {"BatteryDisplay.percent", figure(BatteryDisplay::percent)},
+    {"BatteryDisplay.watts", figure(BatteryDisplay::watts)},
+    {"BatteryDisplay.score", figure(BatteryDisplay::score)},
+    {"BatteryDisplay.time", answering(time)},
+    {"BatteryArchive.prune", checkPrune},
     {"BatteryTracker", checkTracker},
 };
 

@@ -4,29 +4,29 @@
 #include "tests/fakes/FakeClock.h"
 #include "tests/fakes/TemporaryFolder.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 #include <algorithm>
 #include <map>
 
 namespace varnet::vectors {
+
+VARNET_RECORD(CloudItem, kind, id, at, data, aggregationKey)
+
 namespace {
 
 /// A payload may be written in full: {prefix, fill, count, suffix}.
 std::string readData(const Json& json) {
     if (json.is_string()) return json.get<std::string>();
     std::string text = readText(json, "prefix");
-    for (std::size_t at = 0; at < readInteger<std::size_t>(json, "count").value_or(0); ++at)
+    for (std::size_t at = 0; at < read<std::size_t>(json, "count"); ++at)
         text += readText(json, "fill");
     return text + readText(json, "suffix");
 }
 
-std::vector<CloudItem> readItems(const Json& list) {
-    std::vector<CloudItem> items;
-    for (const Json& json : list)
-        items.push_back({readText(json, "kind"), readText(json, "id"), readNumber(json, "at").value_or(0),
-                         readData(at(json, "data")), readText(json, "aggregationKey")});
-    return items;
+std::vector<CloudItem> readItems(Json list) {
+    for (Json& json : list)
+        json["data"] = readData(json["data"]);
+    return read<std::vector<CloudItem>>(list);
 }
 
 /// One queue and what it gave out by name.
@@ -72,7 +72,7 @@ private:
     static void checkBatch(const CloudBatch& batch, const Json& expected) {
         Json got = Json::parse(batch.data);
         require(got.size() == batch.acknowledgements.size(), "as many acknowledgements as records");
-        require(got.size() == readInteger<std::size_t>(expected, "count").value_or(0),
+        require(got.size() == read<std::size_t>(expected, "count"),
                 "a batch of " + std::to_string(got.size()));
         if (at(expected, "partOfDirty").is_boolean() || at(expected, "itemsAnyOrder").is_null()) return;
         const auto keyed = [](const Json& list) {
@@ -101,10 +101,10 @@ private:
                         {"at", query->real(3)},    {"dirty", query->integer(4)}, {"payload", query->text(6)}};
             revisions[key] = query->integer(5);
         }
-        if (const auto count = readInteger<std::size_t>(expected, "itemCount")) {
+        if (const auto count = read<std::optional<std::size_t>>(expected, "itemCount")) {
             const auto dirty = std::ranges::count_if(
                 got, [](const auto& row) { return row.second.at("dirty").template get<int>() == 1; });
-            require(got.size() == *count && dirty == readInteger<long>(expected, "dirtyCount"),
+            require(got.size() == *count && dirty == read<std::optional<long>>(expected, "dirtyCount"),
                     std::to_string(got.size()) + " items, " + std::to_string(dirty) + " of them dirty");
             return;
         }
@@ -151,16 +151,14 @@ private:
 
 std::optional<Difference> outbox(const Json& vector) {
     OutboxRun run;
-    std::size_t index = 0;
-    for (const Json& step : at(vector, "steps")) {
+    return eachStep(at(vector, "steps"), [&](const Json& step) -> std::optional<Difference> {
         try {
             run.step(step);
         } catch (const std::exception& error) {
-            return Difference{"step " + std::to_string(index), "as written", error.what()};
+            return Difference{"", "as written", error.what()};
         }
-        ++index;
-    }
-    return std::nullopt;
+        return std::nullopt;
+    });
 }
 
 std::optional<Difference> openOutbox(const Json& vector) {
@@ -185,19 +183,18 @@ BatteryArchive readBattery(const Json& json) {
 }
 
 Json payload(const CloudItem& item) {
-    return {{"kind", item.kind},
-            {"id", item.id},
-            {"at", item.at},
-            {"payload", Json::parse(item.data)},
-            {"aggregationKey", item.aggregationKey}};
+    Json json = written(item);
+    json["payload"] = Json::parse(item.data);
+    json.erase("data");
+    return json;
 }
 
 std::optional<Difference> archive(const Json& vector) {
     const Json& input = at(vector, "input");
     const auto collection = FlameArchive::decode(at(input, "collection").dump());
     const auto items =
-        CloudExport::archive(collection.value(), readBattery(at(input, "battery")), readDate(input, "since"),
-                             readDate(input, "now").value_or(Date{}));
+        CloudExport::archive(collection.value(), readBattery(at(input, "battery")),
+                             read<std::optional<Date>>(input, "since"), readDate(input, "now"));
     Json got = Json::array();
     std::map<std::string, int> ids;
     Json expected = expectationOf(vector);
@@ -217,27 +214,16 @@ std::optional<Difference> archive(const Json& vector) {
 
 std::optional<Difference> observe(const Json& vector) {
     CloudAppCollector collector(readText(vector, "aggregationKey"));
-    for (const Json& step : at(vector, "steps")) {
-        const Json& input = at(step, "input");
-        MonitorSnapshot snapshot;
-        snapshot.date = readDate(input, "date").value_or(Date{});
-        snapshot.logicalCores = readInteger<int>(input, "logicalCores").value_or(1);
-        snapshot.physicalMemory = readInteger<std::uint64_t>(input, "physicalMemory").value_or(0);
-        for (const Json& json : at(input, "groups")) {
-            ApplicationGroup group;
-            group.id = readText(json, "id");
-            group.name = readText(json, "name");
-            group.kind =
-                readText(json, "kind") == "application" ? GroupKind::application : GroupKind::unassigned;
-            ProcessSample process;
-            process.cpu = readNumber(json, "cpu");
-            process.averageCPU = process.cpu;
-            if (const auto memory = readNumber(json, "memory"))
-                process.memory = static_cast<std::uint64_t>(*memory);
-            group.processes.push_back(std::make_shared<const ProcessSample>(process));
-            snapshot.groups.push_back(std::move(group));
+    return eachStep(at(vector, "steps"), [&](const Json& step) -> std::optional<Difference> {
+        Json input = at(step, "input");
+        // A group's figures are those of its only process.
+        for (Json& group : input["groups"]) {
+            const auto memory = read<std::optional<double>>(group, "memory");
+            Json process{{"cpu", at(group, "cpu")}, {"averageCPU", at(group, "cpu")}};
+            if (memory) process["memory"] = static_cast<std::uint64_t>(*memory);
+            group["processes"] = Json::array({process});
         }
-        std::vector<CloudItem> items = collector.observe(snapshot);
+        std::vector<CloudItem> items = collector.observe(read<MonitorSnapshot>(input));
         Json expected = at(step, "expectAnyOrder");
         if (items.size() != expected.size())
             return Difference{"", std::to_string(expected.size()), std::to_string(items.size())};
@@ -257,11 +243,11 @@ std::optional<Difference> observe(const Json& vector) {
                 return Difference{"", want.dump(), payload(*found).dump()};
             items.erase(found);
         }
-    }
-    return std::nullopt;
+        return std::nullopt;
+    });
 }
 
-Json name(const Json& input) {
+std::string name(const Json& input) {
     return CloudExport::name(readText(input, "path"));
 }
 

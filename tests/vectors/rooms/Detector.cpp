@@ -1,34 +1,33 @@
 #include "VarnetCore/Monitoring/Detector.h"
 
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 namespace varnet::vectors {
 namespace {
 
-Json basename(const Json& input) {
+std::string basename(const Json& input) {
     return Detector::basename(readText(input, "text"));
 }
 
-Json agent(const Json& input) {
-    return writtenOrNull(Detector::agent(readText(input, "name"), readText(input, "executable"),
-                                         readTexts(input, "arguments"), readText(input, "bundleID")));
+auto agent(const Json& input) {
+    return Detector::agent(readText(input, "name"), readText(input, "executable"),
+                           read<std::vector<std::string>>(input, "arguments"), readText(input, "bundleID"));
 }
 
-Json isDevelopment(const Json& input) {
+bool isDevelopment(const Json& input) {
     return Detector::isDevelopment(readText(input, "executable"), readText(input, "name"),
-                                   readTexts(input, "arguments"));
+                                   read<std::vector<std::string>>(input, "arguments"));
 }
 
-Json framework(const Json& input) {
-    return writtenOrNull(Detector::framework(readTexts(input, "arguments"), readText(input, "name")));
+auto framework(const Json& input) {
+    return Detector::framework(read<std::vector<std::string>>(input, "arguments"), readText(input, "name"));
 }
 
-Json applicationPath(const Json& input) {
-    return writtenOrNull(Detector::applicationPath(readText(input, "path")));
+std::optional<std::string> applicationPath(const Json& input) {
+    return Detector::applicationPath(readText(input, "path"));
 }
 
-Json isInstalledPluginDirectory(const Json& input) {
+bool isInstalledPluginDirectory(const Json& input) {
     return Detector::isInstalledPluginDirectory(readText(input, "path"));
 }
 

@@ -1,21 +1,20 @@
 #include "VarnetCore/Battery/BatteryAppImpact.h"
 #include "VarnetCore/Battery/EnergyImpactSampler.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 namespace varnet::vectors {
+
+VARNET_RECORD(EnergyImpact, current, average)
+
 namespace {
 
 Json runStep(EnergyImpactSampler& sampler, const Json& step) {
     const std::string call = readText(step, "call");
-    if (call == "sample") {
-        const EnergyImpact impact = sampler.sample(
-            readIdentity(at(step, "id")), readInteger<std::uint64_t>(step, "cpu").value_or(0),
-            readInteger<std::uint64_t>(step, "wakeups").value_or(0), readDate(step, "at").value_or(Date{}));
-        return {{"current", writtenOrNull(impact.current)}, {"average", writtenOrNull(impact.average)}};
-    }
+    if (call == "sample")
+        return written(sampler.sample(read<ProcessIdentity>(step, "id"), read<std::uint64_t>(step, "cpu"),
+                                      read<std::uint64_t>(step, "wakeups"), readDate(step, "at")));
     if (call == "retain") {
-        sampler.retain(readIdentities(at(step, "ids")));
+        sampler.retain(read<std::unordered_set<ProcessIdentity>>(step, "ids"));
     } else if (call == "reset") {
         sampler.reset();
     } else {
@@ -26,17 +25,15 @@ Json runStep(EnergyImpactSampler& sampler, const Json& step) {
 
 Json sample(const Json& input) {
     EnergyImpactSampler sampler;
-    Json results = Json::array();
-    for (const Json& step : at(input, "steps")) {
+    return mapped(at(input, "steps"), [&](const Json& step) -> Json {
         Json result = runStep(sampler, step);
-        results.push_back({{"result", std::move(result)}, {"entries", sampler.entries()}});
-    }
-    return results;
+        return {{"result", std::move(result)}, {"entries", sampler.entries()}};
+    });
 }
 
-Json average(const Json& input) {
-    const BatteryAppImpact impact{"", "", readNumber(input, "scoreSeconds").value_or(0), false};
-    return writtenOrNull(impact.average(readNumber(input, "seconds").value_or(0)));
+auto average(const Json& input) {
+    const BatteryAppImpact impact{"", "", read<double>(input, "scoreSeconds"), false};
+    return impact.average(read<double>(input, "seconds"));
 }
 
 const Room room{

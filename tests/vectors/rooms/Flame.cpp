@@ -1,77 +1,48 @@
 #include "VarnetCore/Flame/DockFlameState.h"
 #include "VarnetCore/Flame/SustainedPresentation.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
+#include "tests/vectors/RoastJson.h"
 
 namespace varnet::vectors {
+
+template <>
+inline constexpr auto lastCase<DockFlameState> = static_cast<DockFlameState>(dockFlameStateCount - 1);
+VARNET_RECORD(SustainedPresentation<std::string>, value, severity, candidate, since, last)
+VARNET_RECORD(SustainedPresentation<DockFlameState>, value, severity, candidate, since, last)
+VARNET_RECORD(DockFlameStateMachine, state, last, presentation)
+
 namespace {
-
-Json secondsOrNull(const std::optional<Date>& date) {
-    return date ? Json(date->seconds) : Json(nullptr);
-}
-
-template <typename Value, typename Write>
-Json writtenPresentation(const SustainedPresentation<Value>& presentation, Write write) {
-    const auto value = [&](const std::optional<Value>& one) {
-        return one ? Json(write(*one)) : Json(nullptr);
-    };
-    return {{"value", value(presentation.value)},
-            {"severity", presentation.severity},
-            {"candidate", value(presentation.candidate)},
-            {"since", secondsOrNull(presentation.since)},
-            {"last", secondsOrNull(presentation.last)}};
-}
 
 Json sustained(const Json& input) {
     SustainedPresentation<std::string> presentation;
-    Json results = Json::array();
-    for (const Json& step : at(input, "steps")) {
+    return mapped(at(input, "steps"), [&](const Json& step) {
         const std::string shown =
-            presentation.update(readText(step, "value"), readInteger<int>(step, "severity").value_or(0),
-                                readDate(step, "at").value_or(Date{}));
-        Json result = writtenPresentation(presentation, [](const std::string& text) { return text; });
+            presentation.update(readText(step, "value"), read<int>(step, "severity"), readDate(step, "at"));
+        Json result = written(presentation);
         result["result"] = shown;
-        results.push_back(std::move(result));
-    }
-    return results;
-}
-
-DockFlameState stateNamed(const std::string& name) {
-    for (int i = 0; i < dockFlameStateCount; ++i)
-        if (rawValue(static_cast<DockFlameState>(i)) == name) return static_cast<DockFlameState>(i);
-    throw std::runtime_error("no flame state: " + name);
+        return result;
+    });
 }
 
 Json facts(const Json& input) {
-    const DockFlameState state = stateNamed(readText(input, "state"));
+    const auto state = read<DockFlameState>(input, "state");
     return {{"severity", severity(state)}, {"expression", rawValue(expression(state))}};
 }
 
-Json face(const Json& input) {
-    for (int i = 0; i <= static_cast<int>(MascotMood::relieved); ++i) {
-        const auto mood = static_cast<MascotMood>(i);
-        if (rawValue(mood) == readText(input, "mood"))
-            return rawValue(FlameFace::state(mood, readText(input, "topic")));
-    }
-    throw std::runtime_error("no mood: " + readText(input, "mood"));
+FlameExpression face(const Json& input) {
+    return FlameFace::state(read<MascotMood>(input, "mood"), readText(input, "topic"));
 }
 
-Json measured(const Json& input) {
-    return rawValue(measuredFlameState(readSnapshot(input)));
+DockFlameState measured(const Json& input) {
+    return measuredFlameState(read<MonitorSnapshot>(input));
 }
 
 Json machine(const Json& input) {
     DockFlameStateMachine flame;
-    Json results = Json::array();
-    for (const Json& step : at(input, "steps")) {
-        flame.update(readSnapshot(step));
-        results.push_back({{"state", rawValue(flame.state)},
-                           {"last", secondsOrNull(flame.last)},
-                           {"presentation", writtenPresentation(flame.presentation, [](DockFlameState state) {
-                                return rawValue(state);
-                            })}});
-    }
-    return results;
+    return mapped(at(input, "steps"), [&](const Json& step) {
+        flame.update(read<MonitorSnapshot>(step));
+        return flame;
+    });
 }
 
 const Room room{

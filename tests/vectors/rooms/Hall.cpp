@@ -2,12 +2,11 @@
 #include "VarnetCore/Hall/FlameCollection.h"
 #include "VarnetCore/Hall/FlameWeek.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
-
-#include <algorithm>
-#include <array>
 
 namespace varnet::vectors {
+
+VARNET_RECORD(StopResult, target, outcome, detail)
+
 namespace {
 
 Json tree(const FlameArchive& archive) {
@@ -25,31 +24,26 @@ Json decode(const Json& input) {
 FlameArchive archiveWith(const Json& input) {
     FlameArchive archive;
     archive.timezone = readText(input, "timezone");
-    for (const Json& day : at(input, "days"))
-        archive.days.push_back({.date = Date{day.get<double>()}});
-    for (const auto& [key, value] : at(input, "metrics").items())
-        archive.metrics[key] = *numberOf(value);
-    for (const auto& [id, date] : at(input, "unlocked").items())
-        archive.unlocked[id] = Date{date.get<double>()};
+    for (const Date day : read<std::vector<Date>>(input, "days"))
+        archive.days.push_back({.date = day});
+    readInto(archive.metrics, at(input, "metrics"));
+    readInto(archive.unlocked, at(input, "unlocked"));
     return archive;
 }
 
 Json dates(const std::vector<FlameDay>& days) {
-    Json list = Json::array();
-    for (const FlameDay& day : days)
-        list.push_back(day.date.seconds);
-    return list;
+    return mapped(days, [](const FlameDay& day) { return day.date; });
 }
 
 Json dayIndex(const Json& input) {
     FlameCollection collection(archiveWith(input));
-    const std::size_t index = collection.dayIndex(readDate(input, "date").value_or(Date{}));
+    const std::size_t index = collection.dayIndex(readDate(input, "date"));
     return {{"index", index}, {"days", dates(collection.archive().days)}};
 }
 
 Json award(const Json& input) {
     FlameCollection collection(archiveWith(input));
-    const auto earned = collection.award(readDate(input, "at").value_or(Date{}));
+    const auto earned = collection.award(readDate(input, "at"));
     return {{"earned", earned}, {"unlocked", tree(collection.archive()).at("unlocked")}};
 }
 
@@ -58,85 +52,31 @@ Json badgeProgress(const Json& input) {
 }
 
 Json week(const Json& input) {
-    const FlameWeek week =
-        FlameWeek::containing(archiveWith(input), readDate(input, "date").value_or(Date{}));
+    const FlameWeek week = FlameWeek::containing(archiveWith(input), readDate(input, "date"));
     return {{"start", week.start.seconds},
             {"end", week.end.seconds},
             {"days", dates(week.days)},
             {"badges", week.badges}};
 }
 
-GroupKind readKind(const Json& input) {
-    constexpr std::array kinds{GroupKind::application, GroupKind::project, GroupKind::system,
-                               GroupKind::unassigned};
-    const std::string name = readText(input, "kind");
-    return *std::ranges::find(kinds, name, [](GroupKind kind) { return rawValue(kind); });
-}
-
-std::vector<StopResult> readResults(const Json& list) {
-    constexpr std::array outcomes{StopOutcome::stopped,      StopOutcome::alreadyStopped,
-                                  StopOutcome::stillRunning, StopOutcome::identityChanged,
-                                  StopOutcome::denied,       StopOutcome::failed};
-    std::vector<StopResult> results;
-    for (const Json& json : list) {
-        const Json& target = at(json, "target");
-        const std::string name = readText(json, "outcome");
-        results.push_back(
-            {{readIdentity(at(target, "identity")), readInteger<std::uint32_t>(target, "uid").value_or(0),
-              readText(target, "name")},
-             *std::ranges::find(outcomes, name, [](StopOutcome outcome) { return rawValue(outcome); }),
-             readText(json, "detail")});
-    }
-    return results;
-}
-
 FlameCollection::Earned run(FlameCollection& collection, const Json& step) {
     const std::string op = readText(step, "op");
     const Json& input = at(step, "input");
-    const Date when = readDate(input, "at").value_or(Date{});
+    const Date when = readDate(input, "at");
     if (op == "observe") {
         Json snapshot = at(input, "snapshot");
         if (!snapshot.contains("logicalCores")) snapshot["logicalCores"] = 8;
-        return collection.observe(readSnapshot(snapshot));
+        return collection.observe(read<MonitorSnapshot>(snapshot));
     }
-    if (op == "inspect") return collection.inspect(readKind(input), when);
+    if (op == "inspect") return collection.inspect(read<GroupKind>(input, "kind"), when);
     if (op == "stoppedService")
-        return collection.stoppedService(readIdentity(at(input, "identity")),
-                                         readResults(at(input, "results")), readFlag(input, "forgotten"),
-                                         when);
+        return collection.stoppedService(read<ProcessIdentity>(input, "identity"),
+                                         read<std::vector<StopResult>>(input, "results"),
+                                         readFlag(input, "forgotten"), when);
     if (op == "cleaned")
-        return collection.cleaned(*readInteger<std::int64_t>(input, "folders"),
-                                  *readInteger<std::uint64_t>(input, "bytes"), when);
+        return collection.cleaned(read<std::int64_t>(input, "folders"), read<std::uint64_t>(input, "bytes"),
+                                  when);
     throw std::runtime_error("unknown step " + op);
-}
-
-/// A step names only what it changes of the archive; all else must be as it was.
-std::optional<Difference> checkCollection(const Json& vector) {
-    Rules rules;
-    rules.relative = 1e-6;
-    rules.floor = 1;
-    rules.absentMayBeZero = true;
-    rules.dateKeys.insert({"previous", "started", "qualifiedDays", "cleanupDays"});
-    rules.setKeys = {"qualifiedDays", "cleanupDays", "tools", "inspectedKinds"};
-    Json archive = vector.at("input").at("archive");
-    FlameCollection collection(FlameArchive::decode(archive.dump()).value());
-    for (std::size_t number = 0; const Json& step : vector.at("steps")) {
-        Json expected = step.at("expect");
-        archive.update(expected.at("archive"));
-        expected["archive"] = archive;
-        const auto earned = run(collection, step);
-        const Json got{{"earned", earned},
-                       {"previous", collection.previous() ? Json(collection.previous()->seconds) : Json()},
-                       {"quietSeconds", collection.quietSeconds()},
-                       {"previouslyQuiet", collection.previouslyQuiet()},
-                       {"archive", tree(collection.archive())}};
-        if (auto difference = firstDifference(expected, got, rules)) {
-            difference->path = "[" + std::to_string(number) + "]" + difference->path;
-            return difference;
-        }
-        ++number;
-    }
-    return std::nullopt;
 }
 
 Rules decoding() {
@@ -144,6 +84,29 @@ Rules decoding() {
     rules.setKeys = {"qualifiedDays", "cleanupDays", "tools", "inspectedKinds"};
     rules.dateKeys.insert({"started", "qualifiedDays", "cleanupDays"});
     return rules;
+}
+
+/// A step names only what it changes of the archive; all else must be as it was.
+std::optional<Difference> checkCollection(const Json& vector) {
+    Rules rules = decoding();
+    rules.relative = 1e-6;
+    rules.floor = 1;
+    rules.absentMayBeZero = true;
+    rules.dateKeys.insert("previous");
+    Json archive = vector.at("input").at("archive");
+    FlameCollection collection(FlameArchive::decode(archive.dump()).value());
+    return eachStep(vector.at("steps"), [&](const Json& step) {
+        Json expected = step.at("expect");
+        archive.update(expected.at("archive"));
+        expected["archive"] = archive;
+        const auto earned = run(collection, step);
+        const Json got{{"earned", earned},
+                       {"previous", written(collection.previous())},
+                       {"quietSeconds", collection.quietSeconds()},
+                       {"previouslyQuiet", collection.previouslyQuiet()},
+                       {"archive", tree(collection.archive())}};
+        return firstDifference(expected, got, rules);
+    });
 }
 
 Rules calendar() {

@@ -1,6 +1,5 @@
 #include "VarnetCore/Monitoring/ProjectResolver.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 #include "tests/vectors/ScratchTree.h"
 
 namespace varnet::vectors {
@@ -8,15 +7,15 @@ namespace {
 
 Json runStep(ProjectResolver& resolver, ScratchTree& tree, const Json& step) {
     const std::string op = readText(step, "op");
-    const Date now = readDate(step, "now").value_or(Date{});
-    if (op == "resolve") return writtenOrNull(resolver.resolve(readText(step, "path"), now));
+    const Date now = readDate(step, "now");
+    if (op == "resolve") return written(resolver.resolve(readText(step, "path"), now));
     if (op == "edit") {
         tree.apply(at(step, "entries"));
     } else if (op == "invalidate") {
         resolver.invalidate();
     } else if (op == "resolveMany") {
         const std::string prefix = readText(step, "prefix");
-        const int count = readInteger<int>(step, "count").value_or(0);
+        const int count = read<int>(step, "count");
         for (int number = 0; number < count; ++number)
             resolver.resolve(prefix + std::to_string(number), now);
     } else {
@@ -31,9 +30,8 @@ std::optional<Difference> resolve(const Json& vector) {
     const Json input = tree.located(at(vector, "input"));
     tree.apply(at(input, "tree"));
     ProjectResolver resolver(readText(input, "home"));
-    Json got = Json::array();
-    for (const Json& step : at(input, "steps"))
-        got.push_back(runStep(resolver, tree, step));
+    const Json got =
+        mapped(at(input, "steps"), [&](const Json& step) { return runStep(resolver, tree, step); });
     return firstDifference(tree.located(expectationOf(vector)), got, {});
 }
 

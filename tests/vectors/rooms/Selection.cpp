@@ -1,52 +1,35 @@
 #include "VarnetCore/Findings/BatchRequests.h"
 #include "VarnetCore/Findings/StopSelection.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 namespace varnet::vectors {
+
+VARNET_RECORD(StopSelection, items, requests)
+
 namespace {
-
-std::uint32_t uidOf(const Json& input) {
-    return readInteger<std::uint32_t>(input, "uid").value_or(0);
-}
-
-std::int32_t selfPIDOf(const Json& input) {
-    return readInteger<std::int32_t>(input, "selfPID").value_or(0);
-}
-
-Json writtenItems(const std::map<std::string, std::vector<BatchStopRequest>>& items) {
-    Json json = Json::object();
-    for (const auto& [id, requests] : items)
-        json[id] = written(requests);
-    return json;
-}
 
 Json selection(const Json& input) {
     StopSelection selection;
-    Json results = Json::array();
-    for (const Json& step : at(input, "steps")) {
+    return mapped(at(input, "steps"), [&](const Json& step) {
         if (readText(step, "op") == "retain") {
-            selection.retain(readTexts(step, "ids"));
+            selection.retain(read<std::vector<std::string>>(step, "ids"));
         } else {
-            selection.toggle(readText(step, "id"), readRequests(at(step, "requests")));
+            selection.toggle(readText(step, "id"), read<std::vector<BatchStopRequest>>(step, "requests"));
         }
-        results.push_back(
-            {{"items", writtenItems(selection.items)}, {"requests", written(selection.requests())}});
-    }
-    return results;
+        return written(selection);
+    });
 }
 
-Json requestsOfGroup(const Json& input) {
-    const Json& pool = at(input, "pool");
-    return written(batchRequests(readGroup(at(input, "group"), pool),
-                                 readServices(at(input, "services"), pool), uidOf(input), selfPIDOf(input)));
+auto requestsOfGroup(const Json& input) {
+    return batchRequests(read<ApplicationGroup>(input, "group"),
+                         read<std::vector<Service>>(input, "services"), read<std::uint32_t>(input, "uid"),
+                         read<std::int32_t>(input, "selfPID"));
 }
 
-Json candidates(const Json& input) {
-    const Json& pool = at(input, "pool");
-    return writtenItems(batchCandidates(readGroups(at(input, "groups"), pool),
-                                        readServices(at(input, "services"), pool), uidOf(input),
-                                        selfPIDOf(input)));
+auto candidates(const Json& input) {
+    return batchCandidates(read<std::vector<ApplicationGroup>>(input, "groups"),
+                           read<std::vector<Service>>(input, "services"), read<std::uint32_t>(input, "uid"),
+                           read<std::int32_t>(input, "selfPID"));
 }
 
 const Room room{

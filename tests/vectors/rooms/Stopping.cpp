@@ -2,31 +2,15 @@
 #include "VarnetCore/Findings/StopPlanner.h"
 #include "VarnetCore/Findings/StopUnavailableReason.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 namespace varnet::vectors {
+
+// Plans without what is new in each.
+VARNET_RECORD(StopPlan, name, project, ports, targets, serviceID, root, origin)
+VARNET_RECORD(BatchApplicationStop, application, target)
+VARNET_RECORD(BatchStopPlan, applications, processes, processPlan, targets)
+
 namespace {
-
-std::uint32_t uidOf(const Json& input) {
-    return readInteger<std::uint32_t>(input, "uid").value_or(0);
-}
-
-std::int32_t selfPIDOf(const Json& input) {
-    return readInteger<std::int32_t>(input, "selfPID").value_or(0);
-}
-
-MonitorSnapshot snapshotOf(const Json& input) {
-    const Json& json = at(input, "snapshot");
-    MonitorSnapshot snapshot;
-    snapshot.processes = readSampleRefs(at(json, "processes"));
-    if (!at(json, "error").is_null()) snapshot.error = readText(json, "error");
-    return snapshot;
-}
-
-/// What a process given as a number stands for.
-const Json& poolOf(const Json& input) {
-    return at(at(input, "snapshot"), "processes");
-}
 
 const char* nameOf(StopPlanningError error) {
     switch (error) {
@@ -40,87 +24,55 @@ const char* nameOf(StopPlanningError error) {
     return "";
 }
 
-Json written(const StopTarget& target) {
-    return {{"identity", vectors::written(target.identity)}, {"uid", target.uid}, {"name", target.name}};
+/// Runs a planner or a question about this item for the user and the program of the input.
+template <typename Item, typename Ask>
+Check about(const char* key, Ask ask) {
+    return answering([key, ask](const Json& input) -> Json {
+        const auto answer = ask(read<Item>(input, key), input, read<std::uint32_t>(input, "uid"),
+                                read<std::int32_t>(input, "selfPID"));
+        if constexpr (requires { answer.error(); }) {
+            if (!answer) return {{"error", nameOf(answer.error())}};
+            return {{"plan", written(*answer)}};
+        } else {
+            return written(answer);
+        }
+    });
 }
 
-Json written(const StopPlan& plan);
-Json written(const BatchApplicationStop& stop);
-
-template <typename Records>
-Json writtenAll(const Records& records) {
-    Json list = Json::array();
-    for (const auto& record : records)
-        list.push_back(written(record));
-    return list;
-}
-
-Json written(const StopPlan& plan) {
-    return {{"name", plan.name},
-            {"project", writtenOrNull(plan.project)},
-            {"ports", plan.ports},
-            {"targets", writtenAll(plan.targets)},
-            {"serviceID", plan.serviceID},
-            {"root", vectors::written(plan.root)},
-            {"origin", writtenOrNull(plan.origin)}};
-}
-
-Json written(const BatchApplicationStop& stop) {
-    return {{"application", vectors::written(stop.application)}, {"target", written(stop.target)}};
-}
-
-Json written(const BatchStopPlan& plan) {
-    const auto processPlan = plan.processPlan();
-    return {{"applications", writtenAll(plan.applications)},
-            {"processes", writtenAll(plan.processes)},
-            {"processPlan", processPlan ? written(*processPlan) : Json()},
-            {"targets", writtenAll(plan.targets())}};
-}
-
-template <typename Plan>
-Json written(const std::expected<Plan, StopPlanningError>& made) {
-    if (!made) return {{"error", nameOf(made.error())}};
-    return {{"plan", written(*made)}};
-}
-
-Json canStopProcess(const Json& input) {
-    return StopPlanner::canStopProcess(*readSampleRef(at(input, "process"), poolOf(input)), uidOf(input),
-                                       selfPIDOf(input));
-}
-
-Json planForProcess(const Json& input) {
-    return written(StopPlanner::make(*readSampleRef(at(input, "process"), poolOf(input)), snapshotOf(input),
-                                     uidOf(input), selfPIDOf(input)));
-}
-
-Json planForService(const Json& input) {
-    return written(StopPlanner::make(readService(at(input, "service"), poolOf(input)), snapshotOf(input),
-                                     uidOf(input), selfPIDOf(input)));
-}
-
-Json planForBatch(const Json& input) {
-    return written(BatchStopPlanner::make(readRequests(at(input, "requests")), snapshotOf(input),
-                                          uidOf(input), selfPIDOf(input)));
-}
-
-Json reasonForProcess(const Json& input) {
-    return stopUnavailableReason(*readSampleRef(at(input, "process"), poolOf(input)), uidOf(input),
-                                 selfPIDOf(input));
-}
-
-Json reasonForGroup(const Json& input) {
-    const Json& pool = at(input, "pool");
-    return stopUnavailableReason(readGroup(at(input, "group"), pool),
-                                 readServices(at(input, "services"), pool), uidOf(input), selfPIDOf(input));
+MonitorSnapshot snapshotOf(const Json& input) {
+    return read<MonitorSnapshot>(input, "snapshot");
 }
 
 const Room room{
-    {"StopPlanner.canStopProcess", answering(canStopProcess)},
-    {"StopPlanner.make(process)", answering(planForProcess)},
-    {"StopPlanner.make(service)", answering(planForService)},
-    {"BatchStopPlanner.make", answering(planForBatch)},
-    {"stopUnavailableReason(process)", answering(reasonForProcess)},
-    {"stopUnavailableReason(group)", answering(reasonForGroup)},
+    {"StopPlanner.canStopProcess",
+     about<ProcessSample>("process",
+                          [](const auto& process, const Json&, auto uid, auto self) {
+                              return StopPlanner::canStopProcess(process, uid, self);
+                          })},
+    {"StopPlanner.make(process)",
+     about<ProcessSample>("process",
+                          [](const auto& process, const Json& input, auto uid, auto self) {
+                              return StopPlanner::make(process, snapshotOf(input), uid, self);
+                          })},
+    {"StopPlanner.make(service)",
+     about<Service>("service",
+                    [](const auto& service, const Json& input, auto uid, auto self) {
+                        return StopPlanner::make(service, snapshotOf(input), uid, self);
+                    })},
+    {"BatchStopPlanner.make", about<std::vector<BatchStopRequest>>(
+                                  "requests",
+                                  [](const auto& requests, const Json& input, auto uid, auto self) {
+                                      return BatchStopPlanner::make(requests, snapshotOf(input), uid, self);
+                                  })},
+    {"stopUnavailableReason(process)",
+     about<ProcessSample>("process", [](const auto& process, const Json&, auto uid,
+                                        auto self) { return stopUnavailableReason(process, uid, self); })},
+    {"stopUnavailableReason(group)",
+     about<ApplicationGroup>("group",
+                             [](const auto& group, const Json& input, auto uid, auto self) {
+                                 return stopUnavailableReason(
+                                     group, read<std::vector<Service>>(input, "services"), uid, self);
+                             })},
 };
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "tests/fakes/HandQueue.h"
 #include "tests/fakes/TemporaryFolder.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 namespace varnet::vectors {
 namespace {
@@ -23,36 +22,24 @@ Json filteredGroups(const Json& input) {
     filter.search = QString::fromStdString(readText(input, "search"));
     filter.agent = QString::fromStdString(readText(input, "agentFilter"));
     filter.sort = sortOrderNamed(readText(input, "sort")).value_or(SortOrder::cpu);
-    const std::vector<ApplicationGroup> groups = readGroups(at(input, "groups"), at(input, "pool"));
-    Json ids = Json::array();
-    for (const ApplicationGroup* group : filter.apply(groups))
-        ids.push_back(group->id);
-    return ids;
+    const auto groups = read<std::vector<ApplicationGroup>>(input, "groups");
+    return mapped(filter.apply(groups), [](const ApplicationGroup* group) { return group->id; });
 }
 
-Json count(const Json& input) {
-    const auto counted = itemCount(pageOf(input), readSnapshot(at(input, "snapshot"), at(input, "pool")),
-                                   at(input, "unlocked").size());
-    return counted ? Json(*counted) : Json(nullptr);
+auto count(const Json& input) {
+    return itemCount(pageOf(input), read<MonitorSnapshot>(input, "snapshot"), at(input, "unlocked").size());
 }
 
 Json notices(const Json& input) {
-    NotificationDates dates;
-    for (const auto& [key, date] : at(input, "notificationDates").items())
-        dates[key] = Date{date.get<double>()};
-    Json results = Json::array();
-    for (const Json& step : at(input, "steps")) {
-        Json delivered = Json::array();
-        for (const Notice& notice :
-             NotificationRules::due(readSnapshot(at(step, "snapshot"), at(input, "pool")),
-                                    readDate(step, "now").value_or(Date{}), dates))
-            delivered.push_back({{"identifier", notice.key}, {"title", notice.title}, {"body", notice.body}});
-        Json kept = Json::object();
-        for (const auto& [key, date] : dates)
-            kept[key] = date.seconds;
-        results.push_back({{"delivered", std::move(delivered)}, {"notificationDates", std::move(kept)}});
-    }
-    return results;
+    auto dates = read<NotificationDates>(input, "notificationDates");
+    return mapped(at(input, "steps"), [&](const Json& step) -> Json {
+        const auto notices =
+            NotificationRules::due(read<MonitorSnapshot>(step, "snapshot"), readDate(step, "now"), dates);
+        Json delivered = mapped(notices, [](const Notice& notice) -> Json {
+            return {{"identifier", notice.key}, {"title", notice.title}, {"body", notice.body}};
+        });
+        return {{"delivered", std::move(delivered)}, {"notificationDates", written(dates)}};
+    });
 }
 
 /// A store on prepared data, and what looking into something left in it.
@@ -62,42 +49,35 @@ Json inspected(const Json& input, const std::function<void(VarnetStore&)>& inspe
     HandQueue queue(clock);
     const TemporaryFolder folder;
     AppLocalization localization(nullptr);
-    const Json& given = at(input, "snapshot");
     VarnetStore store({.probes = probes,
                        .clock = clock,
                        .engineQueue = queue,
                        .mainQueue = queue,
                        .localization = localization,
                        .storage = folder.path(),
-                       .preview = std::make_shared<MonitorSnapshot>(
-                           given.is_null() ? MonitorSnapshot{} : readSnapshot(given, at(input, "pool"))),
+                       .preview = std::make_shared<MonitorSnapshot>(read<MonitorSnapshot>(input, "snapshot")),
                        .collaborators = {}});
     if (!at(input, "page").is_null()) store.setPage(pageOf(input));
     inspect(store);
-    Json fields{{"page", store.pageName().toStdString()}};
-    fields["selectedGroup"] = store.selectedGroup() ? Json(*store.selectedGroup()) : Json(nullptr);
-    fields["selectedService"] = store.selectedService() ? Json(*store.selectedService()) : Json(nullptr);
-    return fields;
+    return {{"page", store.pageName().toStdString()},
+            {"selectedGroup", written(store.selectedGroup())},
+            {"selectedService", written(store.selectedService())}};
 }
 
 Json inspectGroup(const Json& input) {
-    return inspected(
-        input, [&](VarnetStore& store) { store.inspect(readGroup(at(input, "group"), at(input, "pool"))); });
+    return inspected(input,
+                     [&](VarnetStore& store) { store.inspect(read<ApplicationGroup>(input, "group")); });
 }
 
 Json inspectFinding(const Json& input) {
-    return inspected(input, [&](VarnetStore& store) { store.inspect(readFinding(at(input, "finding"))); });
-}
-
-Rules moments() {
-    Rules rules;
-    rules.exactNumbers = true;
-    return rules;
+    return inspected(input, [&](VarnetStore& store) { store.inspect(read<Finding>(input, "finding")); });
 }
 
 const Room room{
-    {"filteredGroups", answering(filteredGroups)},     {"itemCount", answering(count)},
-    {"notifyIfNeeded", answering(notices, moments())}, {"inspect(group)", answering(inspectGroup)},
+    {"filteredGroups", answering(filteredGroups)},
+    {"itemCount", answering(count)},
+    {"notifyIfNeeded", answering(notices, {.exactNumbers = true})},
+    {"inspect(group)", answering(inspectGroup)},
     {"inspect(finding)", answering(inspectFinding)},
 };
 

@@ -1,15 +1,14 @@
 #include "VarnetCore/Updates/AppRelease.h"
 #include "tests/vectors/Operations.h"
-#include "tests/vectors/RecordJson.h"
 
 #include <openssl/evp.h>
 
 namespace varnet::vectors {
-namespace {
 
-Json optionalText(const std::optional<std::string>& text) {
-    return text ? Json(*text) : Json();
-}
+VARNET_RECORD(AppRelease, schemaVersion, build, version, minimumSystemVersion, architecture, sha256, notes,
+              downloadURL, installerURL, installerSHA256)
+
+namespace {
 
 std::string fromBase64(const std::string& text) {
     std::string bytes(text.size(), '\0');
@@ -26,7 +25,7 @@ std::optional<Difference> decode(const Json& vector) {
     const Json& input = at(vector, "input");
     std::string bytes =
         at(input, "base64").is_null() ? readText(input, "text") : fromBase64(readText(input, "base64"));
-    if (const auto size = readInteger<std::size_t>(input, "padToBytes")) bytes.resize(*size, ' ');
+    if (const auto size = read<std::size_t>(input, "padToBytes"); size > 0) bytes.resize(size, ' ');
     const auto release = AppRelease::decode(bytes, "releases.example.test");
     const Json& expected = expectationOf(vector);
     if (!release) {
@@ -34,37 +33,21 @@ std::optional<Difference> decode(const Json& vector) {
         if (readText(expected, "error") == "any") return std::nullopt;
         return firstDifference(expected, {{"error", got}}, {});
     }
-    return firstDifference(expected,
-                           {{"release",
-                             {{"schemaVersion", release->schemaVersion},
-                              {"build", release->build},
-                              {"version", release->version},
-                              {"minimumSystemVersion", release->minimumSystemVersion},
-                              {"architecture", release->architecture},
-                              {"sha256", release->sha256},
-                              {"notes", release->notes},
-                              {"downloadURL", release->downloadURL},
-                              {"installerURL", optionalText(release->installerURL)},
-                              {"installerSHA256", optionalText(release->installerSHA256)}}}},
-                           {});
+    return firstDifference(expected, {{"release", written(*release)}}, {});
 }
 
-Json availability(const Json& input) {
-    AppRelease release;
-    release.build = readInteger<std::int64_t>(input, "build").value_or(0);
-    release.minimumSystemVersion = readText(input, "minimumSystemVersion");
-    return rawValue(release.availability(readInteger<std::int64_t>(input, "currentBuild").value_or(0),
-                                         readText(input, "systemVersion")));
+ReleaseAvailability availability(const Json& input) {
+    return read<AppRelease>(input).availability(read<std::int64_t>(input, "currentBuild"),
+                                                readText(input, "systemVersion"));
 }
 
-Json components(const Json& input) {
-    const auto numbers = numericVersion(readText(input, "text"));
-    return numbers ? Json(*numbers) : Json();
+auto components(const Json& input) {
+    return numericVersion(readText(input, "text"));
 }
 
-Json isDue(const Json& input) {
-    return UpdateSchedule::isDue(readFlag(input, "automatic"), readDate(input, "lastAttempt"),
-                                 readDate(input, "now").value_or(Date{}));
+bool isDue(const Json& input) {
+    return UpdateSchedule::isDue(readFlag(input, "automatic"),
+                                 read<std::optional<Date>>(input, "lastAttempt"), readDate(input, "now"));
 }
 
 const Room room{
