@@ -69,19 +69,6 @@ public:
 using enum StopOutcome;
 using Sent = std::vector<std::pair<std::int32_t, std::int32_t>>;
 
-TEST_F(StopExecutionTest, childrenGoBeforeTheirParentAndResultsKeepThePlansOrder) {
-    startServer();
-    obey();
-    execute(plan());
-    EXPECT_EQ(sent(), (Sent{{102, SIGTERM}, {101, SIGTERM}, {100, SIGTERM}}));
-    EXPECT_EQ(outcomes(), (std::vector{stopped, stopped, stopped}));
-    EXPECT_EQ(results->front().target.identity.pid, 100);
-    ASSERT_EQ(engine->archive().actions.size(), 1U);
-    EXPECT_EQ(engine->archive().actions[0].title, "node server stopped");
-    EXPECT_EQ(engine->archive().actions[0].detail, "3 of 3 reviewed processes exited.");
-    EXPECT_EQ(queue.waiting(), 0U);
-}
-
 TEST_F(StopExecutionTest, nothingEscalatesByItself) {
     startServer();
     probes.onSignal = [this](std::int32_t pid, std::int32_t signal) {
