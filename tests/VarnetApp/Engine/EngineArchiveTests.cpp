@@ -1,8 +1,7 @@
+#include "VarnetCore/Base/SmallFile.h"
 #include "tests/VarnetApp/Engine/EngineFixture.h"
 
 #include <sys/stat.h>
-
-#include <sstream>
 
 namespace varnet {
 namespace {
@@ -12,9 +11,7 @@ protected:
     std::filesystem::path file() const { return folder.path() / "state/history.json"; }
 
     SessionArchive saved() const {
-        std::stringstream text;
-        text << std::ifstream(file()).rdbuf();
-        return SessionArchive::decode(text.str()).value();
+        return SessionArchive::decode(readSmallFile(file().string(), 10'000'000).value()).value();
     }
 
     static mode_t mode(const std::filesystem::path& path) {
