@@ -65,61 +65,42 @@ TEST_F(ApplicationQuitTest, theQuestionSaysWhatIsLost) {
 TEST_F(ApplicationQuitTest, doesWhatWasAnsweredIfItIsStillTheSame) {
     constexpr const char* changed =
         "The application changed while this dialog was open. Please inspect it again.";
+    constexpr const char* left = "Editor has left the building.";
+    constexpr const char* deaf = "Editor did not accept the request. Open the app to check its status.";
+    using enum StopForce;
+    using enum QuitAnswer;
+    const Asked politely{{editor, false}};
+    const Asked forcibly{{editor, true}};
+    auto& process = probes.processes[editor];
+    const FakeProcess original = process;
+    const std::function<void()> nothing = [] {};
+    const auto givenAway = [&] { probes.processes[editor].start += 1; };
+    const auto takenOver = [&] { probes.processes[editor].uid = 0; };
+    const auto ended = [&] { probes.processes.erase(editor); };
+    const auto doesNotListen = [&] { quitting.applications[editor].accepts = false; };
     struct Row {
         const char* oddity;
         StopForce force;
         QuitAnswer answer;
         std::function<void()> meanwhile;
         Asked asked;
-        std::string message;
+        const char* message;
     };
-    auto& process = probes.processes[editor];
-    const FakeProcess original = process;
     const std::vector<Row> rows{
-        {"cancelled", StopForce::polite, QuitAnswer::cancel, {}, {}, ""},
-        {"closed on a forced question", StopForce::forced, QuitAnswer::cancel, {}, {}, ""},
-        {"quit", StopForce::polite, QuitAnswer::quit, {}, {{editor, false}}, "Editor has left the building."},
-        {"the third button",
-         StopForce::polite,
-         QuitAnswer::forceQuit,
-         {},
-         {{editor, true}},
-         "Editor has left the building."},
-        {"forced from the start",
-         StopForce::forced,
-         QuitAnswer::quit,
-         {},
-         {{editor, true}},
-         "Editor has left the building."},
-        {"its pid was given away",
-         StopForce::polite,
-         QuitAnswer::quit,
-         [&] { probes.processes[editor].start += 1; },
-         {},
-         changed},
-        {"it is another user's now",
-         StopForce::polite,
-         QuitAnswer::quit,
-         [&] { probes.processes[editor].uid = 0; },
-         {},
-         changed},
-        {"it ended by itself",
-         StopForce::forced,
-         QuitAnswer::quit,
-         [&] { probes.processes.erase(editor); },
-         {},
-         changed},
-        {"it does not listen",
-         StopForce::polite,
-         QuitAnswer::quit,
-         [&] { quitting.applications[editor].accepts = false; },
-         {{editor, false}},
-         "Editor did not accept the request. Open the app to check its status."},
+        {"cancelled", polite, cancel, nothing, {}, ""},
+        {"closed on a forced question", forced, cancel, nothing, {}, ""},
+        {"quit", polite, quit, nothing, politely, left},
+        {"the third button", polite, forceQuit, nothing, forcibly, left},
+        {"forced from the start", forced, quit, nothing, forcibly, left},
+        {"its pid was given away", polite, quit, givenAway, {}, changed},
+        {"it is another user's now", polite, quit, takenOver, {}, changed},
+        {"it ended by itself", forced, quit, ended, {}, changed},
+        {"it does not listen", polite, quit, doesNotListen, politely, deaf},
     };
     for (const Row& row : rows) {
         stopping().quit(application(0), row.force);
         ASSERT_TRUE(stopping().quitRequest()) << row.oddity;
-        if (row.meanwhile) row.meanwhile();
+        row.meanwhile();
         stopping().answerQuit(row.answer);
         EXPECT_FALSE(stopping().quitRequest()) << row.oddity;
         EXPECT_EQ(quitting.asked, row.asked) << row.oddity;

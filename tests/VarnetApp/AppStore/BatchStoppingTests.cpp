@@ -56,34 +56,33 @@ TEST_F(BatchStoppingTest, aStaleSelectionStopsNothing) {
 }
 
 TEST_F(BatchStoppingTest, applicationsAreLookedAtAgainBeforeTheyAreAsked) {
+    const auto app = [&]() -> FakeQuitting::Application& { return quitting.applications[editor]; };
+    const auto gone = [&] { probes.processes.erase(editor); };
+    const auto hidden = [&] {
+        probes.processes.erase(editor);
+        probes.existsAnswers[editor] = EPERM;
+    };
     struct Row {
         const char* oddity;
         std::function<void()> meanwhile;
         StopOutcome outcome;
-        std::string detail;
         bool asked;
+        const char* detail = "";
     };
     const FakeProcess original = probes.processes[editor];
     const std::vector<Row> rows{
-        {"gone", [&] { probes.processes.erase(editor); }, alreadyStopped, "", false},
-        {"cannot be read",
-         [&] {
-             probes.processes.erase(editor);
-             probes.existsAnswers[editor] = EPERM;
-         },
-         denied, "", false},
-        {"its pid was given away", [&] { probes.processes[editor].start += 1; }, identityChanged, "", false},
-        {"another user's", [&] { probes.processes[editor].uid = 0; }, identityChanged, "", false},
-        {"moved to another place", [&] { quitting.applications[editor].bundlePath = "/elsewhere.desktop"; },
-         identityChanged, "", false},
+        {"gone", gone, alreadyStopped, false},
+        {"cannot be read", hidden, denied, false},
+        {"its pid was given away", [&] { probes.processes[editor].start += 1; }, identityChanged, false},
+        {"another user's", [&] { probes.processes[editor].uid = 0; }, identityChanged, false},
+        {"moved", [&] { app().bundlePath = "/elsewhere.desktop"; }, identityChanged, false},
         {"the same place written otherwise",
-         [&] { quitting.applications[editor].bundlePath = "/usr/share//applications/./Editor.desktop"; },
-         stopped, "", true},
-        {"no application any more", [&] { quitting.applications.erase(editor); }, identityChanged, "", false},
-        {"does not listen", [&] { quitting.applications[editor].accepts = false; }, stillRunning,
-         "The app did not accept the request. Check its windows.", true},
-        {"asks its user first", [&] { quitting.applications[editor].goes = false; }, stillRunning,
-         "Check the app for a save or confirmation dialog.", true},
+         [&] { app().bundlePath = "/usr/share//applications/./Editor.desktop"; }, stopped, true},
+        {"no application any more", [&] { quitting.applications.erase(editor); }, identityChanged, false},
+        {"does not listen", [&] { app().accepts = false; }, stillRunning, true,
+         "The app did not accept the request. Check its windows."},
+        {"asks its user first", [&] { app().goes = false; }, stillRunning, true,
+         "Check the app for a save or confirmation dialog."},
     };
     for (const Row& row : rows) {
         stopping().prepareBatchStop(requestsOf({"Editor"}));

@@ -13,12 +13,6 @@ int countSignals(VarnetStore& store, void (VarnetStore::*signal)(), int& counter
     return counter;
 }
 
-Finding finding(const std::string& id) {
-    Finding one;
-    one.id = id;
-    return one;
-}
-
 TEST(SamplingLoop, publishesNothingWhileNothingIsVisibleAndAllOfItAtOnceThen) {
     StoreOnFakes fakes;
     fakes.visible = false;
@@ -123,28 +117,6 @@ TEST(SamplingLoop, aLineMadeWhileNobodyLooksIsDropped) {
     fakes.store->start();
     fakes.queue.advance(5);
     EXPECT_EQ(fakes.store->roast(), Roast::start());
-}
-
-TEST(VarnetStore, anIgnoredFindingIsRememberedAndCanBeTakenBack) {
-    StoreOnFakes fakes;
-    fakes.store->start();
-    fakes.queue.advance(3);
-    fakes.store->ignore(finding("cpu:x"));
-    fakes.queue.run();
-    EXPECT_TRUE(fakes.store->ignored().contains("cpu:x"));
-    fakes.store->unignore("cpu:x");
-    fakes.queue.run();
-    EXPECT_FALSE(fakes.store->ignored().contains("cpu:x"));
-}
-
-TEST(VarnetStore, clearedHistoryLeavesNothingIgnored) {
-    StoreOnFakes fakes;
-    fakes.store->ignore(finding("cpu:x"));
-    fakes.queue.run();
-    fakes.store->clearHistory();
-    fakes.queue.run();
-    EXPECT_TRUE(fakes.store->ignored().empty());
-    EXPECT_EQ(fakes.store->settingsMessage(), "Local history cleared. Live monitoring continues.");
 }
 
 } // namespace

@@ -48,21 +48,6 @@ TEST_F(StopOperationsTest, stopsAServerWithItsWorkersAndRemembersIt) {
     EXPECT_EQ(history(), "node server stopped | 3 of 3 reviewed processes exited.");
 }
 
-TEST_F(StopOperationsTest, aParentToolThatBringsItBackIsNoticed) {
-    stopping().prepareStop(service(server));
-    stopping().executeStop(StopForce::polite);
-    queue.advance(4);
-    FakeProcess& again = add(111, "node", 1);
-    again.cwd = folder.path("shop");
-    again.ports = {3000};
-    again.start = static_cast<std::uint64_t>(clock.now().sinceUnixEpoch() * 1e6);
-    queue.advance(12);
-    const auto& findings = store->snapshot().findings;
-    ASSERT_FALSE(findings.empty());
-    EXPECT_EQ(findings.front().kind, FindingKind::restarted);
-    EXPECT_EQ(findings.front().title, "node server started again");
-}
-
 TEST_F(StopOperationsTest, aSurvivorIsForcedAloneAndOnlyWhenTheUserInsists) {
     stubborn = 101;
     stopping().prepareStop(service(server));
@@ -141,26 +126,6 @@ TEST_F(StopOperationsTest, aSingleProcessIsNoServiceToAnybody) {
     EXPECT_EQ(message(), "node has left the building.");
     EXPECT_TRUE(told.empty());
     EXPECT_TRUE(store->stoppedServices().empty());
-}
-
-TEST_F(StopOperationsTest, aForgottenServerIsCreditedAsOne) {
-    FakeProcess& agent = add(500, "claude", 1);
-    agent.arguments = "claude";
-    agent.cwd = folder.path("shop");
-    FakeProcess& child = add(501, "node", 500);
-    child.cwd = folder.path("shop");
-    child.ports = {3001};
-    queue.advance(12);
-    probes.processes.erase(500);
-    probes.processes[501].parent = 1;
-    queue.advance(1'900);
-    stopping().prepareStop(service(501));
-    ASSERT_TRUE(stopping().stopPlan());
-    EXPECT_TRUE(stopping().stopWasForgotten());
-    stopping().executeStop(StopForce::polite);
-    queue.advance(1);
-    ASSERT_EQ(told.size(), 1U);
-    EXPECT_TRUE(told[0].forgotten);
 }
 
 } // namespace

@@ -8,12 +8,11 @@
 #include "VarnetCore/Monitoring/MonitorSnapshot.h"
 #include "tests/VarnetApp/CloudStore/CloudTestService.h"
 #include "tests/VarnetApp/CloudStore/FakeKeychain.h"
+#include "tests/VarnetApp/Platform/EventLoop.h"
 #include "tests/fakes/HandQueue.h"
 #include "tests/fakes/InlineQueue.h"
 #include "tests/fakes/TemporaryFolder.h"
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QSslConfiguration>
 #include <gtest/gtest.h>
 
@@ -25,18 +24,33 @@
 
 namespace varnet {
 
-inline QCoreApplication& application() {
-    static int count = 1;
-    static char name[] = "test";
-    static char* arguments[] = {name, nullptr};
-    static QCoreApplication instance(count, arguments);
-    return instance;
-}
-
 inline QSslConfiguration trusting(const QSslCertificate& root) {
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
     configuration.setCaCertificates({root});
     return configuration;
+}
+
+/// A machine with a battery of so many points, one estimate of its health and one session.
+inline std::shared_ptr<MonitorSnapshot> machineWithBattery(Date now, int points,
+                                                           const Uuid& segment = Uuid::random()) {
+    const Date begin{799'000'000};
+    auto charges = std::make_shared<BatteryHistory::Points>();
+    for (int number = 0; number < points; ++number)
+        charges->push_back({begin + number * 60, 50, BatteryState::onBattery, -9.5, segment});
+    auto session = std::make_shared<BatterySession>();
+    session->id = segment;
+    session->start = begin;
+    session->end = begin + 3'600;
+    auto dashboard = std::make_shared<BatteryDashboard>();
+    dashboard->archive.points = charges;
+    dashboard->archive.health =
+        std::make_shared<const BatteryHistory::Health>(BatteryHistory::Health{{begin, 91, 214}});
+    dashboard->archive.sessions = {session};
+    auto snapshot = std::make_shared<MonitorSnapshot>();
+    snapshot->date = now;
+    snapshot->systemCPU = 10;
+    snapshot->battery = dashboard;
+    return snapshot;
 }
 
 /// An account's store over a real connection to a service of the test's own. Time stands still but for what a
@@ -74,13 +88,10 @@ protected:
     std::filesystem::path outboxFile() const { return folder.path() / "cloud" / "outbox.sqlite"; }
 
     bool eventually(const std::function<bool()>& holds) {
-        const QDeadlineTimer deadline(20'000);
-        while (!holds()) {
-            if (deadline.hasExpired()) return false;
+        return varnet::eventually([&] {
             queue.run();
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        }
-        return true;
+            return holds();
+        });
     }
     /// What is under way comes to its end.
     void settle() {
@@ -118,26 +129,8 @@ protected:
         queue.run();
     }
 
-    /// A machine with a battery of so many points.
     std::shared_ptr<const MonitorSnapshot> machine() const {
-        auto snapshot = std::make_shared<MonitorSnapshot>();
-        snapshot->date = clock.now();
-        snapshot->systemCPU = 10;
-        auto dashboard = std::make_shared<BatteryDashboard>();
-        auto points = std::make_shared<BatteryHistory::Points>();
-        for (int number = 0; number < batteryPoints; ++number)
-            points->push_back(
-                {Date{799'000'000.0 + number * 60}, 50, BatteryState::onBattery, -9.5, segment});
-        dashboard->archive.points = points;
-        dashboard->archive.health = std::make_shared<const BatteryHistory::Health>(
-            BatteryHistory::Health{{Date{799'000'000}, 91, 214}});
-        auto session = std::make_shared<BatterySession>();
-        session->id = segment;
-        session->start = {799'000'000};
-        session->end = {799'003'600};
-        dashboard->archive.sessions = {session};
-        snapshot->battery = dashboard;
-        return snapshot;
+        return machineWithBattery(clock.now(), batteryPoints, segment);
     }
     static FlameArchive someCollection() {
         FlameArchive archive = FlameArchive::beginning({790'000'000});

@@ -205,12 +205,10 @@ TEST_F(CloudTest, intentsOutliveTheProgram) {
         } else {
             store->setMode(row.asked);
         }
-        if (row.end == Row::beforeAsking) {
-            store.reset();
-        } else {
+        if (row.end != Row::beforeAsking) {
             ASSERT_TRUE(eventually([&] { return gone; }));
-            store.reset();
         }
+        store.reset();
         service.waiting = service.done = nullptr;
         ASSERT_TRUE(disconnecting ? kept()->pendingDisconnect == true : kept()->pendingMode == row.asked);
 
@@ -229,13 +227,12 @@ TEST_F(CloudTest, intentsOutliveTheProgram) {
             EXPECT_EQ(kept()->pendingMode, std::nullopt);
             EXPECT_EQ(service.mode(), row.asked);
         }
-        const bool on = row.asked == std::string("community");
-        CloudRecorder recorder(outboxFile(), clock);
-        EXPECT_EQ(recorder.batch(R"(["account-1","generation-1"])")->acknowledgements.empty(), true);
-        EXPECT_EQ(service.newest("collection", "current").is_object() &&
-                      service.newest("collection", "current")["data"]["metrics"]["round"] ==
-                          collection.metrics["round"],
-                  on)
+        EXPECT_TRUE(CloudRecorder(outboxFile(), clock)
+                        .batch(R"(["account-1","generation-1"])")
+                        ->acknowledgements.empty());
+        const Json newest = service.newest("collection", "current");
+        EXPECT_EQ(newest.is_object() && newest["data"]["metrics"]["round"] == collection.metrics["round"],
+                  row.asked == std::string("community"))
             << "what was queued goes out only where backup goes on";
     }
     EXPECT_THAT(service.complaints(), testing::IsEmpty());
@@ -243,6 +240,7 @@ TEST_F(CloudTest, intentsOutliveTheProgram) {
 
 TEST_F(CloudTest, aSignInThatDoesNotSucceedSaysWhy) {
     constexpr const char* locked = "Couldn’t read your cloud account. Unlock your Mac and try again.";
+    constexpr const char* no = "The service says no.";
     struct Row {
         const char* oddity;
         std::function<void()> arrange;
@@ -250,34 +248,32 @@ TEST_F(CloudTest, aSignInThatDoesNotSucceedSaysWhy) {
         bool opens = false;
         bool asks = true;
     };
+    const auto page = [this](const char* address) {
+        return [this, address] { service.browserPage = address; };
+    };
+    const auto failing = [this](const char* operation, Fault fault) {
+        return [this, operation, fault] { service.fail(operation, {fault}); };
+    };
+    const auto keepsNothing = [this] {
+        keychain.readOnly = true;
+        service.authorize();
+    };
     const QString own = service.endpoint();
     for (const Row& row : std::vector<Row>{
-             {"a page of another host", [&] { service.browserPage = "https://127.0.0.2/connect"; },
-              unavailable},
-             {"a host that begins alike", [&] { service.browserPage = "https://127.0.0.1.example.org/"; },
-              unavailable},
-             {"the own host as a user's name",
-              [&] { service.browserPage = "https://127.0.0.1@example.org/"; }, unavailable},
-             {"not encrypted", [&] { service.browserPage = "http://127.0.0.1/connect"; }, unavailable},
-             {"no address", [&] { service.browserPage = "::"; }, unavailable},
-             {"a program's own scheme", [&] { service.browserPage = "file://127.0.0.1/etc/passwd"; },
-              unavailable},
-             {"the service says no", [&] { service.fail("pair", {Fault::serverError}); },
-              "The service says no."},
-             {"half an answer", [&] { service.fail("pair", {Fault::cutAfter}); }, unavailable},
-             {"an answer of other things", [&] { service.fail("pair", {Fault::brokenReply}); }, unavailable},
+             {"a page of another host", page("https://127.0.0.2/connect"), unavailable},
+             {"a host that begins alike", page("https://127.0.0.1.example.org/"), unavailable},
+             {"the own host as a user's name", page("https://127.0.0.1@example.org/"), unavailable},
+             {"not encrypted", page("http://127.0.0.1/connect"), unavailable},
+             {"no address", page("::"), unavailable},
+             {"a program's own scheme", page("file://127.0.0.1/etc/passwd"), unavailable},
+             {"the service says no", failing("pair", Fault::serverError), no},
+             {"half an answer", failing("pair", Fault::cutAfter), unavailable},
+             {"an answer of other things", failing("pair", Fault::brokenReply), unavailable},
              {"nobody in the browser", [] {}, "Sign-in expired. Please try again.", true},
-             {"refused in the browser", [&] { service.fail("exchange", {Fault::serverError}); },
-              "The service says no.", true},
-             {"credentials that are none", [&] { service.fail("exchange", {Fault::brokenReply}); },
-              unavailable, true},
+             {"refused in the browser", failing("exchange", Fault::serverError), no, true},
+             {"credentials that are none", failing("exchange", Fault::brokenReply), unavailable, true},
              {"a locked keyring", [&] { keychain.locked = true; }, locked, false, false},
-             {"a keyring that keeps nothing",
-              [&] {
-                  keychain.readOnly = true;
-                  service.authorize();
-              },
-              locked, true}}) {
+             {"a keyring that keeps nothing", keepsNothing, locked, true}}) {
         SCOPED_TRACE(row.oddity);
         row.arrange();
         service.forgetRequests();
@@ -357,8 +353,9 @@ TEST_F(CloudTest, aRejectedTokenAsksForASignInAndKeepsTheQueue) {
     EXPECT_EQ(items(), all) << "it goes on where it was";
     EXPECT_TRUE(std::ranges::all_of(service.arrivals(), [](const auto& one) { return one.second == 1; }));
 
-    for (const auto& act : std::vector<std::function<void()>>{[&] { store->restoreCollection(); },
-                                                              [&] { store->setMode("off"); }}) {
+    const std::vector<std::function<void()>> acts{[&] { store->restoreCollection(); },
+                                                  [&] { store->setMode("off"); }};
+    for (const auto& act : acts) {
         service.revokeTokens();
         act();
         settle();
@@ -447,19 +444,13 @@ TEST_F(CloudTest, aRestoreThatFailsTouchesNothing) {
     capture();
     cycle();
     service.pageSize = 100;
-    for (const auto& [fault, message] :
-         std::vector<std::pair<Fault, const char*>>{{Fault::cutBefore, unavailable},
-                                                    {Fault::cutAfter, unavailable},
-                                                    {Fault::hang, unavailable},
-                                                    {Fault::garbage, unavailable},
-                                                    {Fault::brokenReply, unavailable},
-                                                    {Fault::oversized, unavailable},
-                                                    {Fault::tooMany, "The service says no."}}) {
+    for (const Fault fault : {Fault::cutBefore, Fault::cutAfter, Fault::hang, Fault::garbage,
+                              Fault::brokenReply, Fault::oversized, Fault::tooMany}) {
         SCOPED_TRACE(static_cast<int>(fault));
         service.fail("restore", {Fault::none, Fault::none, fault});
         store->restoreCollection();
         settle();
-        EXPECT_EQ(store->message(), message);
+        EXPECT_EQ(store->message(), fault == Fault::tooMany ? "The service says no." : unavailable);
         EXPECT_TRUE(restored.empty());
     }
     restoreFailure = "the disk is full";

@@ -1,6 +1,7 @@
 #include "VarnetApp/CloudStore/CloudAccount.h"
 #include "VarnetApp/CloudStore/InstallationKey.h"
 #include "VarnetApp/CloudStore/RestorePages.h"
+#include "VarnetCore/Base/SmallFile.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +9,8 @@
 
 #include <sys/stat.h>
 
-#include <sstream>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace varnet {
@@ -69,9 +71,7 @@ TEST(InstallationKey, isMadeOnceAndNeverWrittenOver) {
     EXPECT_NE(signature, made->sign("some bytes")) << "signatures are random";
     EXPECT_EQ(signature.front(), '\x30') << "DER";
 
-    std::stringstream text;
-    text << std::ifstream(file).rdbuf();
-    const std::string whole = text.str();
+    const std::string whole = readSmallFile(file.string(), 100'000).value();
     const std::size_t secret = whole.find("privateKey") + 13;
     for (const auto& [oddity, bytes] : std::vector<std::pair<const char*, std::string>>{
              {"empty", ""},
@@ -81,9 +81,7 @@ TEST(InstallationKey, isMadeOnceAndNeverWrittenOver) {
         SCOPED_TRACE(oddity);
         folder.write("cloud/installation.json", bytes);
         EXPECT_FALSE(InstallationKey::open(file));
-        std::stringstream after;
-        after << std::ifstream(file).rdbuf();
-        EXPECT_EQ(after.str(), bytes);
+        EXPECT_EQ(readSmallFile(file.string(), 100'000), bytes);
     }
     folder.write("file", "");
     EXPECT_FALSE(InstallationKey::open(folder.path() / "file" / "key")) << "nowhere to keep it";
@@ -102,27 +100,27 @@ TEST(RestorePages, takeTheNewestOfEachAndEndSomewhere) {
                          "1"),
               "");
     EXPECT_EQ(pages.collection()->metrics.at("round"), 2) << "an older revision that comes later";
-    struct Row {
-        const char* oddity;
-        const char* page;
+    const std::vector<std::pair<const char*, const char*>> rows{
+        {"another archive", R"({"generation":"h","records":[]})"},
+        {"back to itself", R"({"generation":"g","nextCursor":"1","records":[]})"},
+        {"no records", R"({"generation":"g"})"},
+        {"records that are none", R"({"generation":"g","records":{}})"},
+        {"a cursor of another type", R"({"generation":"g","nextCursor":2,"records":[]})"},
+        {"no page", "[]"},
+        {"nothing", ""},
     };
-    for (const Row& row :
-         std::vector<Row>{{"another archive", R"({"generation":"h","records":[]})"},
-                          {"back to itself", R"({"generation":"g","nextCursor":"1","records":[]})"},
-                          {"no records", R"({"generation":"g"})"},
-                          {"records that are none", R"({"generation":"g","records":{}})"},
-                          {"a cursor of another type", R"({"generation":"g","nextCursor":2,"records":[]})"},
-                          {"no page", "[]"},
-                          {"nothing", ""}}) {
+    for (const auto& [oddity, page] : rows) {
         RestorePages read;
         EXPECT_TRUE(read.take(R"({"generation":"g","nextCursor":"1","records":[]})", ""));
-        EXPECT_FALSE(read.take(row.page, "1")) << row.oddity;
+        EXPECT_FALSE(read.take(page, "1")) << oddity;
     }
     RestorePages endless;
     int taken = 0;
-    while (
-        endless.take(R"({"generation":"g","nextCursor":")" + std::to_string(taken + 1) + R"(","records":[]})",
-                     std::to_string(taken)))
+    const auto next = [&] {
+        const std::string cursor = std::to_string(taken + 1);
+        return R"({"generation":"g","nextCursor":")" + cursor + R"(","records":[]})";
+    };
+    while (endless.take(next(), std::to_string(taken)))
         ++taken;
     EXPECT_EQ(taken, RestorePages::mostPages);
 }

@@ -4,6 +4,7 @@
 
 #include <QTimer>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -24,24 +25,28 @@ public:
     }
     void write(const std::string&, const std::string&, std::string data, QObject* receiver,
                std::function<void(bool)> then) override {
-        const bool done = !locked && !readOnly;
-        if (done) stored = std::move(data);
-        ++calls;
-        QTimer::singleShot(0, receiver, [done, then = std::move(then)] { then(done); });
+        keep(std::move(data), receiver, std::move(then));
     }
     void remove(const std::string&, const std::string&, QObject* receiver,
                 std::function<void(bool)> then) override {
-        const bool done = !locked && !readOnly;
-        if (done) stored.reset();
-        ++calls;
-        QTimer::singleShot(0, receiver, [done, then = std::move(then)] { then(done); });
+        keep(std::nullopt, receiver, std::move(then));
     }
 
+    std::function<void()> changed = [] {}; ///< what is stored is another from now on
     std::optional<std::string> stored;
     std::string place; ///< last asked for
     bool locked = false;
     bool readOnly = false;
     int calls = 0;
+
+private:
+    void keep(std::optional<std::string> data, QObject* receiver, std::function<void(bool)> then) {
+        const bool done = !locked && !readOnly;
+        if (done) stored = std::move(data);
+        if (done) changed();
+        ++calls;
+        QTimer::singleShot(0, receiver, [done, then = std::move(then)] { then(done); });
+    }
 };
 
 } // namespace varnet

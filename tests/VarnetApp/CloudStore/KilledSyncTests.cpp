@@ -12,8 +12,9 @@ namespace {
 /// A program in the middle of its sync, ended without warning at a point that the service chooses.
 class KilledSync : public testing::Test {
 protected:
-    /// A collection, a day and the points: three batches, after the intent and the status.
-    static constexpr std::size_t items = 252;
+    /// A collection, a day, the points, an estimate and a session: three batches, after the intent and the
+    /// status.
+    static constexpr std::size_t items = 254;
     static constexpr int requests = 5;
 
     struct Round {
@@ -28,32 +29,17 @@ protected:
             const CloudCredentials credentials{"token",        "device-1", "account-1", "e",
                                                "generation-1", "off",      "private",   {}};
             folder.write("keychain.json", credentials.json());
-            MonitorSnapshot snapshot;
-            snapshot.date = clock.now();
-            auto dashboard = std::make_shared<BatteryDashboard>();
-            auto points = std::make_shared<BatteryHistory::Points>();
-            for (int number = 0; number < 250; ++number)
-                points->push_back({Date{799'000'000.0 + number}, 50, BatteryState::onBattery, {}, {}});
-            dashboard->archive.points = points;
-            snapshot.battery = dashboard;
             FlameArchive collection = FlameArchive::beginning(clock.now());
             collection.days.push_back({.date = collection.calendar().startOfDay(clock.now())});
             CloudRecorder recorder(folder.path() / "cloud" / "outbox.sqlite", clock);
-            EXPECT_TRUE(recorder.capture(snapshot, collection, credentials.scope()));
+            EXPECT_TRUE(
+                recorder.capture(*machineWithBattery(clock.now(), 250), collection, credentials.scope()));
         }
         ChildProcess start() {
             return ChildProcess(VARNET_CLOUD_SYNCER,
                                 {"varnet_cloud_syncer", service.endpoint().toStdString(),
                                  folder.path("authority.pem"), folder.path().string()},
                                 folder.path());
-        }
-        bool eventually(const std::function<bool()>& holds) {
-            const QDeadlineTimer deadline(20'000);
-            while (!holds()) {
-                if (deadline.hasExpired()) return false;
-                QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-            }
-            return true;
         }
         /// The next run goes to its end.
         void finish() {
@@ -99,7 +85,7 @@ TEST_F(KilledSync, betweenAnyTwoStepsTheNextRunFinishes) {
                 if (++seen == number) child.end(SIGKILL);
             };
             (carriedOut ? round.service.done : round.service.waiting) = kill;
-            ASSERT_TRUE(round.eventually([&] { return seen == number; }));
+            ASSERT_TRUE(eventually([&] { return seen == number; }));
             round.finish();
         }
 }
@@ -114,9 +100,9 @@ TEST_F(KilledSync, anywhereTheNextRunFinishes) {
         ChildProcess child = round.start();
         int seen = 0;
         round.service.done = [&] { ++seen; };
-        ASSERT_TRUE(round.eventually([&] { return seen > number % requests; }));
+        ASSERT_TRUE(eventually([&] { return seen > number % requests; }));
         const QDeadlineTimer moment(std::chrono::microseconds(microseconds(random)));
-        round.eventually([&] { return moment.hasExpired(); });
+        eventually([&] { return moment.hasExpired(); });
         child.end(SIGKILL);
         round.finish();
     }

@@ -4,8 +4,10 @@
 #include "VarnetApp/AppStore/MainQueue.h"
 #include "VarnetApp/CloudStore/CloudService.h"
 #include "VarnetApp/CloudStore/CloudStore.h"
+#include "VarnetCore/Base/AtomicFile.h"
+#include "VarnetCore/Base/SmallFile.h"
 #include "VarnetCore/Cloud/CloudRecorder.h"
-#include "tests/VarnetApp/CloudStore/FileKeychain.h"
+#include "tests/VarnetApp/CloudStore/FakeKeychain.h"
 
 #include <QCoreApplication>
 #include <QSslCertificate>
@@ -23,7 +25,17 @@ int main(int argc, char** argv) {
     const SystemClock clock;
     MainQueue mainQueue;
     ThreadQueue recorderQueue;
-    FileKeychain keychain(folder / "keychain.json");
+    // What is kept outlives the run that is killed.
+    const std::filesystem::path keychainFile = folder / "keychain.json";
+    FakeKeychain keychain;
+    if (const auto text = readSmallFile(keychainFile.string(), 10'000)) keychain.stored = *text;
+    keychain.changed = [&] {
+        if (keychain.stored) {
+            AtomicFile::write(keychainFile, *keychain.stored);
+        } else {
+            std::filesystem::remove(keychainFile);
+        }
+    };
     CloudService service({.endpoint = argv[1],
                           .clock = clock,
                           .version = "1",

@@ -1,7 +1,6 @@
+#include "VarnetCore/Base/SmallFile.h"
 #include "VarnetCore/Battery/BatteryTracker.h"
 #include "tests/VarnetApp/Engine/EngineFixture.h"
-
-#include <sstream>
 
 namespace varnet {
 namespace {
@@ -36,11 +35,7 @@ protected:
                                                                       .battery = &battery});
     }
     std::filesystem::path file() const { return folder.path() / "state/battery-history.json"; }
-    std::string saved() const {
-        std::stringstream text;
-        text << std::ifstream(file()).rdbuf();
-        return text.str();
-    }
+    std::string saved() const { return readSmallFile(file().string(), 10'000'000).value(); }
 
     FakeBattery battery;
 };

@@ -4,14 +4,12 @@
 #include "probes/SystemProbes.h"
 #include "tests/fakes/ChildProcess.h"
 #include "tests/fakes/FakeClock.h"
-#include "tests/fakes/TemporaryFolder.h"
+#include "tests/fakes/GitCheckoutFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -20,124 +18,91 @@
 namespace varnet {
 namespace {
 
-namespace fs = std::filesystem;
+/// It listens, says where, and stays.
+constexpr const char* serverScript = R"(
+import os, socket, time
+s = socket.create_server(('127.0.0.1', 0))
+open('port.new', 'w').write(str(s.getsockname()[1]))
+os.rename('port.new', 'port')
+time.sleep(60)
+)";
 
 class LivePictureTest : public testing::Test {
 protected:
-    LivePictureTest() {
-        fs::create_directories(repository());
-        std::ofstream(repository() / "package.json") << R"({"name":"shop"})";
-        run("git init -q -b main . && git -c user.name=t -c user.email=t@t commit -q --allow-empty -m first "
-            "&& "
-            "git worktree add -q -b feature/cart ../cart");
-        // It listens, says where, and stays.
-        std::ofstream(worktree() / "manage.py") << "import socket, time\n"
-                                                   "s = socket.create_server(('127.0.0.1', 0))\n"
-                                                   "open('port.new', 'w').write(str(s.getsockname()[1]))\n"
-                                                   "import os; os.rename('port.new', 'port')\n"
-                                                   "time.sleep(60)\n";
-        // An agent is told by its executable's name: a shell in its clothes.
-        fs::copy_file("/bin/sh", folder_.path() / "claude");
-    }
-
-    fs::path repository() const { return folder_.path() / "shop"; }
-    fs::path worktree() const { return folder_.path() / "cart"; }
-
-    void run(const std::string& command) const {
-        const std::string line = "cd '" + repository().string() + "' && { " + command + "; } >/dev/null 2>&1";
-        ASSERT_EQ(std::system(line.c_str()), 0) << command;
-    }
-
     int waitForPort() const {
         for (int tries = 0; tries < 500; ++tries) {
             int port = 0;
-            if (std::ifstream(worktree() / "port") >> port) return port;
+            if (std::ifstream(home_.path("cart/port")) >> port) return port;
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         }
         return 0;
     }
 
-    std::unique_ptr<MonitorEngine> engine() {
-        return std::make_unique<MonitorEngine>(MonitorEngine::Setup{
-            .probes = probes_, .clock = clock_, .storage = folder_.path() / "state", .home = "/nowhere"});
+    /// A start of the program.
+    void open() {
+        engine_ = std::make_unique<MonitorEngine>(MonitorEngine::Setup{
+            .probes = probes_, .clock = clock_, .storage = home_.path("state"), .home = "/nowhere"});
     }
 
-    std::shared_ptr<const MonitorSnapshot> sampleAfter(MonitorEngine& engine, double seconds) {
+    /// The process that serves on a port after so many seconds; null: there is none.
+    SampleRef serverOn(int port, double seconds) {
         clock_.advance(seconds);
-        return engine.sample({}, Thermal::nominal, true);
+        const auto snapshot = engine_->sample({}, Thermal::nominal, true);
+        const auto service = std::ranges::find_if(
+            snapshot->services, [&](const Service& one) { return one.ports() == std::vector{port}; });
+        if (service == snapshot->services.end()) return nullptr;
+        EXPECT_EQ(service->name(), "Django");
+        return service->root;
     }
 
-    static const Service* serviceOn(const MonitorSnapshot& snapshot, int port) {
-        for (const Service& service : snapshot.services) {
-            if (service.ports() == std::vector{port}) return &service;
-        }
-        return nullptr;
-    }
-
-    TemporaryFolder folder_;
+    GitCheckoutFolder home_;
     SystemProbes probes_;
     FakeClock clock_;
+    std::unique_ptr<MonitorEngine> engine_;
 };
 
 TEST_F(LivePictureTest, serverOutlivesItsAgentAndTheProgram) {
-    ChildProcess agent(folder_.path() / "claude", {"claude", "-c", "python3 manage.py & wait"}, worktree());
+    home_.makeRepository("shop");
+    ASSERT_EQ(home_.shell("shop", "git worktree add -q -b feature/cart ../cart"), 0);
+    home_.write("cart/manage.py", serverScript);
+    // An agent is told by its executable's name: a shell in its clothes.
+    std::filesystem::copy_file("/bin/sh", home_.path("claude"));
+    ChildProcess agent(home_.path("claude"), {"claude", "-c", "python3 manage.py & wait"},
+                       home_.path("cart"));
     const int port = waitForPort();
     ASSERT_GT(port, 0);
 
-    auto monitor = engine();
-    auto snapshot = sampleAfter(*monitor, 0);
-    const Service* service = serviceOn(*snapshot, port);
-    ASSERT_NE(service, nullptr);
-    EXPECT_EQ(service->name(), "Django");
-    ASSERT_TRUE(service->project());
-    EXPECT_EQ(service->project()->root, worktree().string());
-    EXPECT_EQ(service->project()->repository, repository().string());
-    EXPECT_EQ(service->project()->name, "shop");
-    EXPECT_EQ(service->project()->worktree, "feature/cart");
-    ASSERT_TRUE(service->root->attribution);
-    EXPECT_EQ(service->root->attribution->agent, "Claude Code");
-    EXPECT_EQ(service->root->attribution->origin.pid, agent.pid());
-    EXPECT_FALSE(service->root->attribution->exitedAt);
-    EXPECT_TRUE(service->root->memory.value_or(0) > 0);
-    const ProcessIdentity server = service->root->id;
+    open();
+    const SampleRef first = serverOn(port, 0);
+    ASSERT_NE(first, nullptr);
+    ASSERT_TRUE(first->project);
+    EXPECT_EQ(first->project->root, home_.path("cart"));
+    EXPECT_EQ(first->project->repository, home_.path("shop"));
+    EXPECT_EQ(first->project->name, "shop");
+    EXPECT_EQ(first->project->worktree, "feature/cart");
+    ASSERT_TRUE(first->attribution);
+    EXPECT_EQ(first->attribution->agent, "Claude Code");
+    EXPECT_EQ(first->attribution->origin.pid, agent.pid());
+    EXPECT_FALSE(first->attribution->exitedAt);
+    EXPECT_TRUE(first->memory.value_or(0) > 0);
 
     agent.end(SIGKILL);
-    snapshot = sampleAfter(*monitor, 2);
-    service = serviceOn(*snapshot, port);
-    ASSERT_NE(service, nullptr);
-    EXPECT_EQ(service->root->id, server);
-    const auto exitedAt = service->root->attribution->exitedAt;
-    EXPECT_EQ(exitedAt, snapshot->date);
-    sampleAfter(*monitor, 15);
-    sampleAfter(*monitor, 14); // saves
+    const SampleRef orphan = serverOn(port, 2);
+    ASSERT_NE(orphan, nullptr);
+    EXPECT_EQ(orphan->id, first->id);
+    const auto exitedAt = orphan->attribution->exitedAt;
+    EXPECT_EQ(exitedAt, clock_.now());
+    serverOn(port, 15);
+    serverOn(port, 14); // saves
 
-    monitor = engine();
-    snapshot = sampleAfter(*monitor, 2);
-    service = serviceOn(*snapshot, port);
-    ASSERT_NE(service, nullptr);
-    ASSERT_TRUE(service->root->attribution);
-    EXPECT_EQ(service->root->attribution->agent, "Claude Code");
-    EXPECT_EQ(service->root->attribution->exitedAt, exitedAt);
+    open();
+    const SampleRef remembered = serverOn(port, 2);
+    ASSERT_NE(remembered, nullptr);
+    ASSERT_TRUE(remembered->attribution);
+    EXPECT_EQ(remembered->attribution->agent, "Claude Code");
+    EXPECT_EQ(remembered->attribution->exitedAt, exitedAt);
 
-    EXPECT_EQ(probes_.signalChecked(server.pid, server.start, probes_.userID(), SIGKILL), 0);
-}
-
-TEST_F(LivePictureTest, theProgramItselfIsInThePicture) {
-    auto monitor = engine();
-    sampleAfter(*monitor, 0);
-    const std::clock_t until = std::clock() + CLOCKS_PER_SEC / 50;
-    while (std::clock() < until) {
-    }
-    const auto snapshot = sampleAfter(*monitor, 2);
-    EXPECT_FALSE(snapshot->error);
-    const auto self =
-        std::ranges::find_if(snapshot->processes, [](const SampleRef& p) { return p->id.pid == getpid(); });
-    ASSERT_NE(self, snapshot->processes.end());
-    EXPECT_EQ((*self)->executable, fs::read_symlink("/proc/self/exe").string());
-    EXPECT_GT((*self)->cpu.value_or(0), 0);
-    EXPECT_GT((*self)->memory.value_or(0), 100'000U);
-    EXPECT_TRUE(snapshot->systemMemory.usedRAM);
-    EXPECT_GT(snapshot->physicalMemory, *snapshot->systemMemory.usedRAM);
+    EXPECT_EQ(probes_.signalChecked(first->id.pid, first->id.start, probes_.userID(), SIGKILL), 0);
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "VarnetCore/Findings/StopPlanner.h"
 #include "probes/SystemProbes.h"
 #include "tests/fakes/ChildProcess.h"
-#include "tests/fakes/FakeClock.h"
 #include "tests/fakes/HandQueue.h"
 #include "tests/fakes/TemporaryFolder.h"
 
@@ -12,10 +11,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <memory>
+#include <functional>
 #include <optional>
 #include <string>
 #include <thread>
@@ -25,68 +24,48 @@ namespace varnet {
 namespace {
 
 namespace fs = std::filesystem;
-using Results = std::vector<StopResult>;
+using enum StopOutcome;
 
-/// Listens, starts two workers, and says when all stand. "stubborn" does not go when asked.
+/// Listens, starts two workers, and says when all stand.
 constexpr const char* serverScript = R"(
-import os, signal, socket, sys, time
+import os, socket, time
 s = socket.create_server(('127.0.0.1', 0))
 for _ in range(2):
     if os.fork() == 0:
         time.sleep(60)
         os._exit(0)
-if 'stubborn' in sys.argv:
-    signal.signal(signal.SIGTERM, signal.SIG_IGN)
 open('ready', 'w').close()
-while True:
-    time.sleep(60)
+time.sleep(60)
 )";
 
 class LiveStopTest : public testing::Test {
 protected:
-    LiveStopTest()
-        : engine_(
-              {.probes = probes_, .clock = clock_, .storage = folder_.path() / "state", .home = "/nowhere"}) {
-        std::ofstream(folder_.path() / "package.json") << "{}";
-        std::ofstream(folder_.path() / "server.py") << serverScript;
+    ChildProcess start(const fs::path& program, std::vector<std::string> arguments) const {
+        return ChildProcess(program, std::move(arguments), folder_.path());
     }
-
-    std::unique_ptr<ChildProcess> startServer(const std::string& manner) {
-        auto child = std::make_unique<ChildProcess>(
-            "/usr/bin/python3", std::vector<std::string>{"python3", "server.py", manner}, folder_.path());
-        for (int tries = 0; tries < 500 && !fs::exists(folder_.path() / "ready"); ++tries) {
+    /// Whether a child has made its file, in the end.
+    bool comes(const char* file) const {
+        for (int tries = 0; tries < 1'000 && !fs::exists(folder_.path(file)); ++tries)
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        }
-        return child;
+        return fs::exists(folder_.path(file));
     }
 
-    /// The reviewed plan for the service that a child stands for.
-    std::optional<StopPlan> review(pid_t pid) {
+    std::shared_ptr<const MonitorSnapshot> sample() {
         clock_.advance(2);
-        snapshot_ = engine_.sample({}, Thermal::nominal, true);
-        for (const Service& service : snapshot_->services) {
-            if (service.root->id.pid != pid) continue;
-            const auto plan = StopPlanner::make(service, *snapshot_, probes_.userID(), getpid());
-            return plan ? std::optional(*plan) : std::nullopt;
-        }
-        return std::nullopt;
+        return engine_.sample({}, Thermal::nominal, true);
     }
 
-    /// Turns the queue through so many seconds, with a real moment before each look for signals to act.
-    Results execute(const StopPlan& plan, StopForce force, double seconds) {
-        std::optional<Results> results;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        engine_.execute(plan, force, queue_, [&](Results told) { results = std::move(told); });
-        for (double waited = 0; waited <= seconds && !results; waited += StopExecution::pause) {
+    /// Turns the queue through ten seconds, with a real moment before each look for signals to act.
+    std::vector<StopOutcome> execute(const StopPlan& plan, StopForce force) {
+        std::optional<std::vector<StopResult>> results;
+        engine_.execute(plan, force, queue_,
+                        [&](std::vector<StopResult> told) { results = std::move(told); });
+        for (double waited = 0; waited <= 10 && !results; waited += StopExecution::pause) {
             std::this_thread::sleep_for(std::chrono::milliseconds(25));
             queue_.advance(StopExecution::pause);
         }
-        return results.value_or(Results{});
-    }
-
-    static std::vector<StopOutcome> outcomes(const Results& results) {
         std::vector<StopOutcome> outcomes;
-        for (const StopResult& result : results)
+        for (const StopResult& result : results.value_or(std::vector<StopResult>{}))
             outcomes.push_back(result.outcome);
         return outcomes;
     }
@@ -95,61 +74,45 @@ protected:
     SystemProbes probes_;
     FakeClock clock_;
     HandQueue queue_{clock_};
-    MonitorEngine engine_;
-    std::shared_ptr<const MonitorSnapshot> snapshot_;
+    MonitorEngine engine_{
+        {.probes = probes_, .clock = clock_, .storage = folder_.path() / "state", .home = "/nowhere"}};
 };
-
-using enum StopOutcome;
 
 TEST_F(LiveStopTest, parentGoesWithItsWorkersWhileOthersComeAndGo) {
     // A bystander of the same project, and two thousand short lives around the stop.
-    ChildProcess bystander("/usr/bin/python3", {"python3", "-c", "import time; time.sleep(60)"},
-                           folder_.path());
-    ChildProcess churn(
-        "/bin/sh", {"sh", "-c", "i=0; while [ $i -lt 2000 ]; do (:) & i=$((i+1)); done; wait; touch churned"},
-        folder_.path());
-    const auto server = startServer("polite");
-    const auto plan = review(server->pid());
+    folder_.write("package.json", "{}");
+    folder_.write("server.py", serverScript);
+    const auto bystander = start("/usr/bin/python3", {"python3", "-c", "import time; time.sleep(60)"});
+    const auto churn = start("/bin/sh", {"sh", "-c",
+                                         "i=0; while [ $i -lt 2000 ]; do (:) & i=$((i+1)); done; "
+                                         "wait; touch churned"});
+    const auto server = start("/usr/bin/python3", {"python3", "server.py"});
+    ASSERT_TRUE(comes("ready"));
+    const auto snapshot = sample();
+    const auto service = std::ranges::find_if(
+        snapshot->services, [&](const Service& one) { return one.root->id.pid == server.pid(); });
+    ASSERT_NE(service, snapshot->services.end());
+    const auto plan = StopPlanner::make(*service, *snapshot, probes_.userID(), getpid());
     ASSERT_TRUE(plan);
     ASSERT_EQ(plan->targets.size(), 3U);
     EXPECT_EQ(plan->project, folder_.path().filename().string());
 
-    EXPECT_EQ(outcomes(execute(*plan, StopForce::polite, 10)), (std::vector{stopped, stopped, stopped}));
+    EXPECT_EQ(execute(*plan, StopForce::polite), (std::vector{stopped, stopped, stopped}));
     EXPECT_EQ(engine_.archive().actions.at(0).detail, "3 of 3 reviewed processes exited.");
     EXPECT_TRUE(probes_.identity(bystander.pid()));
-    for (int tries = 0; tries < 1'000 && !fs::exists(folder_.path() / "churned"); ++tries) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
-    EXPECT_TRUE(fs::exists(folder_.path() / "churned")) << "the churn was never signalled";
-}
-
-TEST_F(LiveStopTest, stubbornServerRunsOnUntilTheUserInsists) {
-    const auto server = startServer("stubborn");
-    const auto plan = review(server->pid());
-    ASSERT_TRUE(plan);
-    const Results polite = execute(*plan, StopForce::polite, 11);
-    EXPECT_EQ(outcomes(polite), (std::vector{stillRunning, stopped, stopped}));
-    EXPECT_TRUE(probes_.identity(server->pid()));
-    queue_.advance(30);
-    EXPECT_TRUE(probes_.identity(server->pid())) << "nothing escalates by itself";
-
-    StopPlan survivors = *plan;
-    std::erase_if(survivors.targets,
-                  [&](const StopTarget& target) { return target.identity.pid != server->pid(); });
-    EXPECT_EQ(outcomes(execute(survivors, StopForce::forced, 3)), std::vector{stopped});
+    EXPECT_TRUE(comes("churned")) << "the churn was never signalled";
 }
 
 TEST_F(LiveStopTest, programNeverStopsItself) {
-    clock_.advance(2);
-    snapshot_ = engine_.sample({}, Thermal::nominal, true);
-    for (const SampleRef& process : snapshot_->processes) {
-        if (process->id.pid != getpid()) continue;
-        EXPECT_FALSE(StopPlanner::make(*process, *snapshot_, probes_.userID(), getpid()));
-        // Even a plan that names it by mistake is refused by the kernel layer.
-        StopPlan mistaken;
-        mistaken.targets = {{process->id, process->uid, "self"}};
-        EXPECT_EQ(outcomes(execute(mistaken, StopForce::forced, 1)), std::vector{denied});
-    }
+    const auto snapshot = sample();
+    const auto self = std::ranges::find_if(snapshot->processes,
+                                           [](const SampleRef& one) { return one->id.pid == getpid(); });
+    ASSERT_NE(self, snapshot->processes.end());
+    EXPECT_FALSE(StopPlanner::make(**self, *snapshot, probes_.userID(), getpid()));
+    // Even a plan that names it by mistake is refused by the kernel layer.
+    StopPlan mistaken;
+    mistaken.targets = {{(*self)->id, (*self)->uid, "self"}};
+    EXPECT_EQ(execute(mistaken, StopForce::forced), std::vector{denied});
 }
 
 } // namespace

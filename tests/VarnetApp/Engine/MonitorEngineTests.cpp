@@ -1,6 +1,7 @@
 #include "tests/VarnetApp/Engine/EngineFixture.h"
 
 #include <cerrno>
+#include <functional>
 
 namespace varnet {
 namespace {
@@ -272,7 +273,6 @@ TEST_F(MonitorEngineTest, anotherImageIsReadAnew) {
     FakeProcess& subject = add(20, "node");
     subject.arguments = "node\tvite";
     subject.cwd = checkout;
-    subject.ports = {{5173}};
     ASSERT_TRUE(process(sample(), 20)->project);
     subject.name = "sleep";
     subject.path = "/usr/bin/sleep";
@@ -281,9 +281,6 @@ TEST_F(MonitorEngineTest, anotherImageIsReadAnew) {
     EXPECT_EQ(after->arguments.list().front(), "sleep");
     EXPECT_FALSE(after->project);
     EXPECT_FALSE(after->cwd);
-    // It was in a project one pass ago, so its ports are still looked at.
-    EXPECT_EQ(after->ports, std::vector<int>{5173});
-    EXPECT_TRUE(process(sampleAfter(2), 20)->ports.empty() || probes.calls.ports == 2);
 }
 
 TEST_F(MonitorEngineTest, processInsideAProjectHasItsPortsRead) {
@@ -301,34 +298,21 @@ TEST_F(MonitorEngineTest, namesThatAreNoTextAreShownRepaired) {
 }
 
 TEST_F(MonitorEngineTest, agentThatExitsIsNoticed) {
+    const auto hide = [this](std::int32_t answer) {
+        probes.processes.erase(30);
+        probes.existsAnswers[30] = answer;
+    };
     struct Row {
         const char* name;
-        void (*change)(MonitorEngineTest& test);
+        std::function<void()> change;
         bool exited;
     };
     const Row rows[] = {
-        {"gone", [](MonitorEngineTest& t) { t.probes.processes.erase(30); }, true},
-        {"its pid is somebody else's",
-         [](MonitorEngineTest& t) {
-             t.probes.processes.erase(30);
-             FakeProcess& heir = t.add(30, "heir");
-             heir.start += 1;
-         },
-         true},
-        {"missed by the table but alive", [](MonitorEngineTest& t) { t.probes.processes[30].listed = false; },
-         false},
-        {"out of reach",
-         [](MonitorEngineTest& t) {
-             t.probes.processes.erase(30);
-             t.probes.existsAnswers[30] = EPERM;
-         },
-         false},
-        {"unreadable but there",
-         [](MonitorEngineTest& t) {
-             t.probes.processes.erase(30);
-             t.probes.existsAnswers[30] = 0;
-         },
-         false},
+        {"gone", [&] { probes.processes.erase(30); }, true},
+        {"its pid is somebody else's", [&] { ++add(30, "heir").start; }, true},
+        {"missed by the table but alive", [&] { probes.processes[30].listed = false; }, false},
+        {"out of reach", [&] { hide(EPERM); }, false},
+        {"unreadable but there", [&] { hide(0); }, false},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -344,7 +328,7 @@ TEST_F(MonitorEngineTest, agentThatExitsIsNoticed) {
         EXPECT_EQ(before->agent, "Claude Code");
         EXPECT_FALSE(before->exitedAt);
 
-        row.change(*this);
+        row.change();
         server.parent = 1;
         const auto after = sampleAfter(2);
         EXPECT_EQ(process(after, 31)->attribution->exitedAt,

@@ -48,18 +48,6 @@ public:
         return outcomes;
     }
 
-    std::vector<std::pair<std::int32_t, std::int32_t>> sent() const {
-        std::vector<std::pair<std::int32_t, std::int32_t>> sent;
-        for (const auto& signal : probes.sent)
-            sent.emplace_back(signal.pid, signal.signal);
-        return sent;
-    }
-
-    /// A process that goes as soon as it is asked.
-    void obey() {
-        probes.onSignal = [this](std::int32_t pid, std::int32_t) { probes.processes.erase(pid); };
-    }
-
     static constexpr std::int32_t selfPID = 4242;
     Snapshot snapshot;
     HandQueue queue{clock};
@@ -67,25 +55,11 @@ public:
 };
 
 using enum StopOutcome;
-using Sent = std::vector<std::pair<std::int32_t, std::int32_t>>;
-
-TEST_F(StopExecutionTest, childrenGoBeforeTheirParentAndResultsKeepThePlansOrder) {
-    startServer();
-    obey();
-    execute(plan());
-    EXPECT_EQ(sent(), (Sent{{102, SIGTERM}, {101, SIGTERM}, {100, SIGTERM}}));
-    EXPECT_EQ(outcomes(), (std::vector{stopped, stopped, stopped}));
-    EXPECT_EQ(results->front().target.identity.pid, 100);
-    ASSERT_EQ(engine->archive().actions.size(), 1U);
-    EXPECT_EQ(engine->archive().actions[0].title, "node server stopped");
-    EXPECT_EQ(engine->archive().actions[0].detail, "3 of 3 reviewed processes exited.");
-    EXPECT_EQ(queue.waiting(), 0U);
-}
 
 TEST_F(StopExecutionTest, nothingEscalatesByItself) {
     startServer();
-    probes.onSignal = [this](std::int32_t pid, std::int32_t signal) {
-        if (pid != 100 || signal == SIGKILL) probes.processes.erase(pid);
+    probes.onSignal = [this](std::int32_t pid, std::int32_t) {
+        if (pid != 100) probes.processes.erase(pid);
     };
     execute(plan());
     queue.advance(9.99);
@@ -97,16 +71,6 @@ TEST_F(StopExecutionTest, nothingEscalatesByItself) {
     EXPECT_EQ(engine->archive().actions[0].detail, "2 of 3 reviewed processes exited.");
     queue.advance(60);
     EXPECT_EQ(probes.sent.size(), 3U);
-
-    // The user insists, on what is left.
-    StopPlan survivors = plan();
-    std::erase_if(survivors.targets, [](const StopTarget& t) { return t.identity.pid != 100; });
-    execute(survivors, StopForce::forced);
-    EXPECT_EQ(sent().back(), (std::pair{100, SIGKILL}));
-    EXPECT_EQ(probes.sent.size(), 4U);
-    EXPECT_EQ(outcomes(), std::vector{stopped});
-    EXPECT_EQ(engine->archive().actions.size(), 2U) << "newest first";
-    EXPECT_EQ(engine->archive().actions[0].detail, "1 of 1 reviewed processes exited.");
 }
 
 TEST_F(StopExecutionTest, forcedStopWaitsThreeSeconds) {

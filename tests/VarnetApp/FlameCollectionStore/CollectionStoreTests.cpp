@@ -1,12 +1,11 @@
 #include "VarnetApp/FlameCollectionStore/CollectionFile.h"
 #include "VarnetApp/FlameCollectionStore/FlameCollectionStore.h"
+#include "VarnetCore/Base/SmallFile.h"
 #include "tests/fakes/HandQueue.h"
 #include "tests/fakes/InlineQueue.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 namespace varnet {
 namespace {
@@ -24,11 +23,6 @@ protected:
 
     FlameCollectionStore::Setup setup() {
         return {.clock = clock, .mainQueue = queue, .writer = writer, .file = file()};
-    }
-    static std::string contents(const std::filesystem::path& path) {
-        std::stringstream text;
-        text << std::ifstream(path).rdbuf();
-        return text.str();
     }
     std::vector<std::filesystem::path> backups() const {
         std::vector<std::filesystem::path> found;
@@ -75,7 +69,7 @@ TEST_F(CollectionStoreTest, whatCannotBeReadIsNeverWrittenOver) {
         store.cleaned(1, 1);
         store.observe(pass());
         store.save(FlameCollectionStore::Saving::now);
-        EXPECT_EQ(contents(file()) == row.text, !row.isRead);
+        EXPECT_EQ(readSmallFile(file().string(), 10'000'000) == row.text, !row.isRead);
         EXPECT_EQ(store.archive().metric("cleanups"), 1) << "counting goes on";
         if (row.isRead) continue;
         store.reset();

@@ -35,14 +35,7 @@ struct Portal : BusPeer {
     }
 };
 
-class AppearanceTest : public testing::Test {
-protected:
-    AppearanceTest() { application(); }
-    void SetUp() override { ASSERT_TRUE(bus.running()); }
-
-    TemporaryFolder folder;
-    PrivateBus bus{folder};
-};
+using AppearanceTest = BusTest;
 
 TEST_F(AppearanceTest, whatThePortalSaysAtTheStart) {
     struct Row {

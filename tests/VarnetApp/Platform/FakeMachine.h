@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VarnetApp/Platform/linux/LinuxApplicationCatalog.h"
+#include "tests/fakes/FakeClock.h"
 #include "tests/fakes/TemporaryFolder.h"
 
 #include <map>
@@ -11,12 +12,6 @@
 #include <vector>
 
 namespace varnet::platform {
-
-class FakeClock final : public Clock {
-public:
-    Date now() const override { return time; }
-    Date time{1000};
-};
 
 /// A machine with a process table and installed applications, and the catalogue over it.
 class FakeMachine {

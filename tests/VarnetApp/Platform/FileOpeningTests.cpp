@@ -10,11 +10,8 @@
 namespace varnet::platform {
 namespace {
 
-class FileOpeningTest : public testing::Test {
+class FileOpeningTest : public BusTest {
 protected:
-    FileOpeningTest() { application(); }
-    void SetUp() override { ASSERT_TRUE(bus.running()); }
-
     /// A program that writes down what it was asked to open.
     void installOpener() {
         folder.program("bin/xdg-open");
@@ -29,9 +26,6 @@ protected:
         return seen;
     }
     DesktopFileOpening opening() { return DesktopFileOpening(bus.address(), {folder.path("bin")}); }
-
-    TemporaryFolder folder;
-    PrivateBus bus{folder};
 };
 
 TEST_F(FileOpeningTest, onlyTheWebAndMailAreOpened) {

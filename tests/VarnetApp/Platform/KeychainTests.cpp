@@ -1,13 +1,11 @@
 #include "VarnetApp/Platform/Keychain.h"
+#include "tests/VarnetApp/Platform/EventLoop.h"
 #include "tests/fakes/TemporaryFolder.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusInterface>
-#include <QDeadlineTimer>
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -63,15 +61,6 @@ public:
         eventually([&] { return !isServed(); });
     }
 
-    static bool eventually(const std::function<bool()>& holds) {
-        const QDeadlineTimer deadline(15'000);
-        while (!holds()) {
-            if (deadline.hasExpired()) return false;
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-        }
-        return true;
-    }
-
 private:
     static bool isServed() {
         return QDBusConnection::sessionBus().interface()->isServiceRegistered("org.freedesktop.secrets");
@@ -99,13 +88,13 @@ protected:
         const auto answer = std::make_shared<std::optional<platform::Keychain::Entry>>();
         keychain->read(service, account, &receiver, [answer](const auto& entry) { *answer = entry; });
         EXPECT_FALSE(*answer) << "never at once";
-        EXPECT_TRUE(Session::eventually([&] { return answer->has_value(); }));
+        EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
         return answer->value_or(platform::Keychain::Entry{});
     }
     bool ends(const std::function<void(std::function<void(bool)>)>& act) {
         const auto answer = std::make_shared<std::optional<bool>>();
         act([answer](bool done) { *answer = done; });
-        EXPECT_TRUE(Session::eventually([&] { return answer->has_value(); }));
+        EXPECT_TRUE(eventually([&] { return answer->has_value(); }));
         return answer->value_or(false);
     }
     bool write(const std::string& data) {
@@ -158,7 +147,7 @@ TEST_F(KeychainTest, keepsSecretsInTheSessionsKeyring) {
     // With another program's eyes: ours would speak on in a session that the daemon no longer knows.
     QProcess tool;
     tool.start("secret-tool", {"lookup", "server", service, "user", "account"});
-    EXPECT_TRUE(Session::eventually([&] { return tool.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(eventually([&] { return tool.state() == QProcess::NotRunning; }));
     EXPECT_EQ(QByteArray::fromBase64(tool.readAllStandardOutput()), "kept") << "nothing has been lost";
 }
 

@@ -130,15 +130,15 @@ TEST_F(LinuxApplicationCatalogTest, listsOnceAMinuteAndReplacesAll) {
     EXPECT_THAT(listed(catalog), ElementsAre("foot@60"));
     machine.rows.clear();
     machine.run(61, 1, 30, "/usr/bin/konsole", "/");
-    machine.clock.time = machine.clock.time + 59.9;
+    machine.clock.advance(59.9);
     EXPECT_THAT(listed(catalog), ElementsAre("foot@60"));
     EXPECT_EQ(machine.listings, 1);
-    machine.clock.time = machine.clock.time + 0.1;
+    machine.clock.advance(0.1);
     EXPECT_THAT(listed(catalog), ElementsAre("org.kde.konsole@61"));
     EXPECT_EQ(events->calls, 2) << "a lost connection is looked after with each listing";
 
     machine.rows.clear();
-    machine.clock.time = machine.clock.time - 86'400; // the clock is set back by a day
+    machine.clock.advance(-86'400); // the clock is set back by a day
     EXPECT_THAT(listed(catalog), IsEmpty());
 }
 
@@ -147,7 +147,7 @@ TEST_F(LinuxApplicationCatalogTest, aTableThatCannotBeReadLosesNothing) {
     auto catalog = make();
     EXPECT_THAT(listed(catalog), ElementsAre("foot@60"));
     machine.tableFails = true;
-    machine.clock.time = machine.clock.time + 60;
+    machine.clock.advance(60);
     EXPECT_THAT(listed(catalog), ElementsAre("foot@60"));
     events->handlers.settled("app-foot-60.scope");
     EXPECT_THAT(listed(catalog), ElementsAre("foot@60"));

@@ -64,6 +64,8 @@ TEST_F(LoginItemTest, oddPathsAreQuotedSoThatTheyStart) {
 
 TEST_F(LoginItemTest, entriesThatOthersHaveTouched) {
     const std::string exec = "Exec=\"/opt/varnet/varnet\" --login\n";
+    const std::string group = "[Desktop Entry]\n";
+    using enum LoginItemStatus;
     struct Row {
         const char* name;
         std::string text;
@@ -71,22 +73,17 @@ TEST_F(LoginItemTest, entriesThatOthersHaveTouched) {
         Status registered; ///< after registering
     };
     const Row rows[] = {
-        {"masked whole", "[Desktop Entry]\nHidden=true\n", Status::requiresApproval,
-         Status::requiresApproval},
-        {"switched off", "[Desktop Entry]\n" + exec + "X-GNOME-Autostart-enabled=false\n",
-         Status::requiresApproval, Status::requiresApproval},
-        {"switched off by the last of two", "[Desktop Entry]\nHidden=false\n" + exec + "Hidden=true\n",
-         Status::requiresApproval, Status::requiresApproval},
-        {"a setting of another group", "[Desktop Entry]\n" + exec + "[Desktop Action x]\nHidden=true\n",
-         Status::enabled, Status::enabled},
-        {"moved program", "[Desktop Entry]\nExec=/usr/bin/varnet --login\n", Status::notRegistered,
-         Status::enabled},
-        {"would open the window", "[Desktop Entry]\nExec=/opt/varnet/varnet\n", Status::notRegistered,
-         Status::enabled},
-        {"with settings for the program", "[Desktop Entry]\nExec=env A=1 /opt/varnet/varnet --login\n",
-         Status::enabled, Status::enabled},
-        {"no entry at all", std::string("\0\xff[", 3), Status::notRegistered, Status::enabled},
-        {"empty", "", Status::notRegistered, Status::enabled},
+        {"masked whole", group + "Hidden=true\n", requiresApproval, requiresApproval},
+        {"switched off", group + exec + "X-GNOME-Autostart-enabled=false\n", requiresApproval,
+         requiresApproval},
+        {"switched off by the last of two", group + "Hidden=false\n" + exec + "Hidden=true\n",
+         requiresApproval, requiresApproval},
+        {"a setting of another group", group + exec + "[Desktop Action x]\nHidden=true\n", enabled, enabled},
+        {"moved program", group + "Exec=/usr/bin/varnet --login\n", notRegistered, enabled},
+        {"would open the window", group + "Exec=/opt/varnet/varnet\n", notRegistered, enabled},
+        {"with settings", group + "Exec=env A=1 /opt/varnet/varnet --login\n", enabled, enabled},
+        {"no entry at all", std::string("\0\xff[", 3), notRegistered, enabled},
+        {"empty", "", notRegistered, enabled},
     };
     AutostartLoginItem login = item();
     for (const Row& row : rows) {

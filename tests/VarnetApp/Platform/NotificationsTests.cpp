@@ -32,11 +32,8 @@ struct Daemon : BusPeer {
     uint last = 6;
 };
 
-class NotificationsTest : public testing::Test {
+class NotificationsTest : public BusTest {
 protected:
-    NotificationsTest() { application(); }
-    void SetUp() override { ASSERT_TRUE(bus.running()); }
-
     static std::optional<bool> authorization(Notifications& notifications) {
         std::optional<bool> answer;
         notifications.requestAuthorization([&](bool granted) { answer = granted; });
@@ -44,9 +41,6 @@ protected:
         EXPECT_TRUE(eventually([&] { return answer.has_value(); }));
         return answer;
     }
-
-    TemporaryFolder folder;
-    PrivateBus bus{folder};
 };
 
 TEST_F(NotificationsTest, somebodyMustBeThereToShowThem) {

@@ -1,43 +1,19 @@
 #pragma once
 
+#include "tests/VarnetApp/Platform/EventLoop.h"
 #include "tests/fakes/TemporaryFolder.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QDeadlineTimer>
-#include <QEventLoop>
 #include <QProcess>
-#include <QTimer>
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <map>
 #include <string>
 
 namespace varnet::platform {
-
-inline QCoreApplication& application() {
-    static int count = 1;
-    static char name[] = "test";
-    static char* arguments[] = {name, nullptr};
-    static QCoreApplication instance(count, arguments);
-    return instance;
-}
-
-/// Turns the event loop until something holds. @return whether it did within ten seconds
-inline bool eventually(const std::function<bool()>& holds) {
-    const QDeadlineTimer deadline(10'000);
-    while (!holds()) {
-        if (deadline.hasExpired()) {
-            return false;
-        }
-        QEventLoop loop;
-        QTimer::singleShot(2, &loop, &QEventLoop::quit);
-        loop.exec();
-    }
-    return true;
-}
 
 /// A message bus of the test's own.
 class PrivateBus {
@@ -60,6 +36,16 @@ private:
     const std::string address_;
     QProcess daemon_;
     bool running_ = false;
+};
+
+/// A test with a bus of its own.
+class BusTest : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(bus.running()); }
+
+    QCoreApplication& loop = application(); // before whatever needs it
+    TemporaryFolder folder;
+    PrivateBus bus{folder};
 };
 
 /// A service on the bus, played by the test: it owns a name and one object, writes down what it is asked and

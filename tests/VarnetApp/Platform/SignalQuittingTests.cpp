@@ -3,6 +3,7 @@
 #include "VarnetApp/Platform/linux/SignalQuitting.h"
 #include "probes/vn_probes.h"
 #include "tests/fakes/ChildProcess.h"
+#include "tests/fakes/FakeQuitting.h"
 
 #include <gtest/gtest.h>
 
@@ -13,12 +14,6 @@
 
 namespace varnet::platform {
 namespace {
-
-class ListedApplications final : public ApplicationCatalog {
-public:
-    std::vector<ApplicationDescriptor> running;
-    std::vector<ApplicationDescriptor> snapshot() override { return running; }
-};
 
 class SignalQuittingTest : public testing::Test {
 protected:
@@ -39,7 +34,7 @@ protected:
         return application.isTerminated();
     }
 
-    ListedApplications catalog_;
+    FakeCatalog catalog_;
     SignalQuitting quitting_{catalog_};
 };
 

@@ -16,11 +16,8 @@ namespace {
 using Claim = SingleInstance::Claim;
 using testing::ElementsAre;
 
-class SingleInstanceTest : public testing::Test {
+class SingleInstanceTest : public BusTest {
 protected:
-    SingleInstanceTest() { application(); }
-    void SetUp() override { ASSERT_TRUE(bus.running()); }
-
     /// The second start's request, which waits for the first on this thread's event loop.
     bool requestedOpen(SingleInstance& second, const std::string& action = {}) {
         auto answer = std::async(std::launch::async, [&] {
@@ -31,8 +28,6 @@ protected:
         return answer.get();
     }
 
-    TemporaryFolder folder;
-    PrivateBus bus{folder};
     std::vector<std::string> tokens;
     SingleInstance::Handlers recording{
         .activated = [this](const std::string& token) { tokens.push_back(token); },

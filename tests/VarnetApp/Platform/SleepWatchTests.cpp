@@ -9,11 +9,9 @@
 namespace varnet::platform {
 namespace {
 
-TEST(SleepWatch, everySleepAndWakingIsTold) {
-    application();
-    const TemporaryFolder folder;
-    const PrivateBus bus(folder);
-    ASSERT_TRUE(bus.running());
+using SleepWatchTest = BusTest;
+
+TEST_F(SleepWatchTest, everySleepAndWakingIsTold) {
     std::vector<bool> told;
     LoginManagerSleepWatch watch(bus.address());
     watch.listen({.changed = [&](bool goingToSleep) { told.push_back(goingToSleep); }});
@@ -29,8 +27,7 @@ TEST(SleepWatch, everySleepAndWakingIsTold) {
     EXPECT_THAT(told, testing::ElementsAre(true, false));
 }
 
-TEST(SleepWatch, machineWithoutABusIsSilent) {
-    application();
+TEST_F(SleepWatchTest, machineWithoutABusIsSilent) {
     LoginManagerSleepWatch watch("unix:path=/nonexistent/varnet-test-bus");
     watch.listen({});
 }

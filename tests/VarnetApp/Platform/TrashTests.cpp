@@ -2,12 +2,6 @@
 
 #include "VarnetApp/Platform/linux/FreedesktopTrash.h"
 #include "VarnetApp/Platform/linux/TrashFolder.h"
-#include "VarnetCore/Base/Clock.h"
-#include "VarnetCore/Storage/ActivePaths.h"
-#include "VarnetCore/Storage/StorageCleanup.h"
-#include "VarnetCore/Storage/StorageScanner.h"
-#include "probes/SystemProbes.h"
-#include "tests/fakes/GitCheckoutFolder.h"
 #include "tests/fakes/TemporaryFolder.h"
 #include "tests/fakes/WithoutPrivilege.h"
 
@@ -23,15 +17,12 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace varnet::platform {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 
@@ -230,46 +221,6 @@ TEST_F(TrashTest, AFullOrReadOnlyTrashSaysSo) {
     ASSERT_FALSE(readOnly);
     EXPECT_EQ(readOnly.error(), "The Trash can’t be used: Read-only file system.");
     EXPECT_EQ(contents(folder_.path("volume/n/inside/file")), "content");
-}
-
-/// From the scan to the trash and back, with nothing pretended.
-TEST_F(TrashTest, AReviewedFolderGoesAndComesBack) {
-    const GitCheckoutFolder home;
-    home.makeRepository("code/r");
-    home.write("code/r/node_modules/a/file", std::string(100'000, 'x'));
-    home.write("code/r/.turbo/log", "x");
-    SystemProbes probes;
-    const SystemClock clock;
-    StorageScanner scanner({.token = std::make_shared<StorageCancellation>(),
-                            .probes = probes,
-                            .clock = clock,
-                            .home = home.home(),
-                            .seconds = {},
-                            .entryLimit = {},
-                            .git = {}});
-    const StorageScan scan = scanner.scan({{home.path("code"), "Local folder"}}, RelatedWorktrees::include);
-    ASSERT_EQ(scan.projects.size(), 1U);
-    const std::vector<StorageCandidate>& candidates = scan.projects[0].candidates;
-    ASSERT_EQ(candidates.size(), 2U);
-    home.write("code/r/.turbo/.git", "somebody's work, meanwhile");
-
-    const StorageCleanup cleanup({.probes = probes, .trash = trash_, .git = StorageGit(home.home())});
-    const auto outcome = cleanup.clean(candidates, [&probes] { return activePaths(probes); });
-    EXPECT_EQ(outcome.moved, 1U);
-    EXPECT_GT(outcome.bytes, 100'000U);
-    EXPECT_THAT(outcome.failures,
-                ElementsAre(".turbo: Only reviewed dependency and build-cache folders can be moved."));
-    ASSERT_THAT(outcome.trashLocations, ElementsAre(folder_.path("data/Trash/files/node_modules")));
-    EXPECT_TRUE(fs::exists(home.path("code/r/.turbo/log")));
-    EXPECT_FALSE(fs::exists(home.path("code/r/node_modules")));
-
-    // As a desktop restores it: where the note says it came from.
-    const std::string note = contents(folder_.path("data/Trash/info/node_modules.trashinfo"));
-    const std::size_t begin = note.find("Path=") + 5;
-    const std::string from = note.substr(begin, note.find('\n', begin) - begin);
-    ASSERT_EQ(from, home.path("code/r/node_modules"));
-    fs::rename(outcome.trashLocations[0], from);
-    EXPECT_EQ(DiskIdentity::read(from), candidates[1].identity);
 }
 
 /// Two mounts of one device look alike, but nothing can be renamed between them.

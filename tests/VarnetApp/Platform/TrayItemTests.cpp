@@ -75,10 +75,8 @@ private slots:
     void onSignal(const QDBusMessage& message) { signalled.push_back(message.member().toStdString()); }
 };
 
-class TrayItemTest : public testing::Test {
+class TrayItemTest : public BusTest {
 protected:
-    void SetUp() override { ASSERT_TRUE(bus.running()); }
-
     void enter(Desktop& desktop) {
         tray.listen({.activated = [this](int x, int y) { heard.push_back(std::to_string(x + y)); },
                      .menuChosen = [this](int id) { heard.push_back("menu " + std::to_string(id)); },
@@ -88,9 +86,6 @@ protected:
         heard.clear();
     }
 
-    QCoreApplication& loop = application(); // before whatever needs it
-    TemporaryFolder folder;
-    PrivateBus bus{folder};
     StatusNotifierItem tray{bus.address()};
     std::vector<std::string> heard;
 };

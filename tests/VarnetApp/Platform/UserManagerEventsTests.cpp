@@ -2,9 +2,6 @@
 #include "tests/VarnetApp/Platform/FakeMachine.h"
 #include "tests/VarnetApp/Platform/PrivateBus.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVirtualObject>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -16,46 +13,26 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+const QString managerInterface = "org.freedesktop.systemd1.Manager";
+const QString managerPath = "/org/freedesktop/systemd1";
+const QVariant unitPath = QVariant::fromValue(QDBusObjectPath(managerPath + "/x"));
+
 /// The user's service manager, as far as subscribing and signalling goes.
-class FakeManager final : public QDBusVirtualObject {
-public:
-    explicit FakeManager(const QString& address)
-        : bus_(QDBusConnection::connectToBus(address, "fake-manager")) {
-        bus_.registerVirtualObject("/org/freedesktop/systemd1", this);
-        bus_.registerService("org.freedesktop.systemd1");
+struct FakeManager : BusPeer {
+    explicit FakeManager(const QString& address) : BusPeer(address, "org.freedesktop.systemd1", managerPath) {
+        answer("Subscribe", QVariantList());
+        appear();
     }
-    ~FakeManager() override {
-        bus_.unregisterObject("/org/freedesktop/systemd1");
-        QDBusConnection::disconnectFromBus("fake-manager");
+    bool subscribed() const {
+        return eventually([this] { return !calls("Subscribe").isEmpty(); });
     }
-
-    QString introspect(const QString&) const override { return {}; }
-    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-        if (message.interface() != "org.freedesktop.systemd1.Manager" || message.member() != "Subscribe") {
-            return false;
-        }
-        ++subscriptions;
-        return connection.send(message.createReply());
-    }
-
-    void emitUnitNew(const QString& unit) { emitSignal("UnitNew", {unit, path()}); }
+    void emitUnitNew(const QString& unit) { emitSignal(managerInterface, "UnitNew", {unit, unitPath}); }
     void emitJobRemoved(const QString& unit, const QString& result) {
-        emitSignal("JobRemoved", {1u, path(), unit, result});
+        emitSignal(managerInterface, "JobRemoved", {1u, unitPath, unit, result});
     }
-    void emitUnitRemoved(const QString& unit) { emitSignal("UnitRemoved", {unit, path()}); }
-
-    int subscriptions = 0;
-
-private:
-    static QVariant path() { return QVariant::fromValue(QDBusObjectPath("/org/freedesktop/systemd1/x")); }
-    void emitSignal(const QString& member, const QVariantList& arguments) {
-        QDBusMessage signal = QDBusMessage::createSignal("/org/freedesktop/systemd1",
-                                                         "org.freedesktop.systemd1.Manager", member);
-        signal.setArguments(arguments);
-        bus_.send(signal);
+    void emitUnitRemoved(const QString& unit) {
+        emitSignal(managerInterface, "UnitRemoved", {unit, unitPath});
     }
-
-    QDBusConnection bus_;
 };
 
 class UserManagerEventsTest : public testing::Test {
@@ -82,7 +59,7 @@ TEST_F(UserManagerEventsTest, launchAndExitArriveBetweenTwoListings) {
     FakeManager manager(bus->address());
     auto catalog = machine.catalog(std::make_unique<UserManagerEvents>(bus->address()));
     EXPECT_THAT(listed(catalog), IsEmpty());
-    ASSERT_TRUE(eventually([&] { return manager.subscriptions == 1; }));
+    ASSERT_TRUE(manager.subscribed());
 
     launch(70);
     manager.emitUnitNew(unit(70));
@@ -103,7 +80,7 @@ TEST_F(UserManagerEventsTest, managerThatComesLateOrAnewIsSubscribedTo) {
     EXPECT_THAT(listed(catalog), IsEmpty());
     for (const std::int32_t pid : {70, 71}) {
         FakeManager manager(bus->address());
-        ASSERT_TRUE(eventually([&] { return manager.subscriptions >= 1; })) << pid;
+        ASSERT_TRUE(manager.subscribed()) << pid;
         launch(pid);
         manager.emitJobRemoved(unit(pid), "done");
         ASSERT_TRUE(eventually([&] { return listed(catalog).contains("foot@" + std::to_string(pid)); }))
@@ -119,16 +96,16 @@ TEST_F(UserManagerEventsTest, busThatIsLostIsFoundAgainWithTheNextListing) {
     manager.reset();
     bus->stop();
     launch(70);
-    machine.clock.time = machine.clock.time + 60;
+    machine.clock.advance(60);
     EXPECT_THAT(listed(catalog), ElementsAre("foot@70")) << "the listing needs no bus";
 
     bus = std::make_unique<PrivateBus>(folder);
     ASSERT_TRUE(bus->running());
     manager = std::make_unique<FakeManager>(bus->address());
     ASSERT_TRUE(eventually([&] {
-        machine.clock.time = machine.clock.time + 60;
+        machine.clock.advance(60);
         catalog.snapshot();
-        return manager->subscriptions >= 1;
+        return !manager->calls("Subscribe").isEmpty();
     }));
     machine.rows.clear();
     manager->emitUnitRemoved(unit(70));
@@ -140,14 +117,10 @@ TEST_F(UserManagerEventsTest, otherClientsOfTheBusAreNotBelieved) {
     launch(70);
     auto catalog = machine.catalog(std::make_unique<UserManagerEvents>(bus->address()));
     EXPECT_THAT(listed(catalog), ElementsAre("foot@70"));
-    ASSERT_TRUE(eventually([&] { return manager.subscriptions == 1; }));
+    ASSERT_TRUE(manager.subscribed());
 
-    QDBusConnection stranger = QDBusConnection::connectToBus(bus->address(), "stranger");
-    QDBusMessage forged = QDBusMessage::createSignal("/org/freedesktop/systemd1",
-                                                     "org.freedesktop.systemd1.Manager", "UnitRemoved");
-    forged.setArguments({unit(70), QVariant::fromValue(QDBusObjectPath("/x"))});
-    stranger.send(forged);
-    QDBusConnection::disconnectFromBus("stranger");
+    BusPeer stranger(bus->address(), "test.stranger", managerPath);
+    stranger.emitSignal(managerInterface, "UnitRemoved", {unit(70), unitPath});
     // The manager's own signal behind it shows that the forged one has been through.
     launch(71);
     manager.emitJobRemoved(unit(71), "done");
