@@ -47,6 +47,10 @@ TEST(SamplingLoop, startsOnceAndNeverWithPreparedData) {
     const std::size_t waiting = fakes.queue.waiting();
     fakes.store->start();
     EXPECT_EQ(fakes.queue.waiting(), waiting);
+    fakes.preview = std::make_shared<const MonitorSnapshot>();
+    fakes.open();
+    fakes.store->start();
+    EXPECT_EQ(fakes.queue.waiting(), waiting);
 }
 
 TEST(SamplingLoop, endsWithTheStore) {

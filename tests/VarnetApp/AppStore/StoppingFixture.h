@@ -18,8 +18,7 @@ namespace varnet {
 
 /// A live store on a pretended machine: a server with two workers in a project, a second server, and two
 /// applications. A signal ends what it reaches, unless that is stubborn.
-class StoppingFixture : public testing::Test {
-protected:
+struct PretendedMachine {
     static constexpr std::int32_t server = 100; ///< with workers 101 and 102
     static constexpr std::int32_t other = 200;  ///< another project's server
     static constexpr std::int32_t editor = 300;
@@ -31,7 +30,7 @@ protected:
         bool forgotten;
     };
 
-    StoppingFixture() {
+    PretendedMachine() {
         folder.write("shop/package.json", "{}");
         folder.write("blog/package.json", "{}");
         add(server, "node", 1).cwd = folder.path("shop");
@@ -46,22 +45,24 @@ protected:
         probes.onSignal = [this](std::int32_t pid, std::int32_t signal) {
             if (signal == SIGKILL || pid != stubborn) probes.processes.erase(pid);
         };
-        store = std::make_unique<VarnetStore>(VarnetStore::Setup{
-            .probes = probes,
-            .clock = clock,
-            .engineQueue = queue,
-            .mainQueue = queue,
-            .localization = localization,
-            .catalog = &catalog,
-            .quitting = &quitting,
-            .storage = folder.path("state"),
-            .preview = nullptr,
-            .collaborators = {
-                .visibleUI = [] { return true; },
-                .stopped =
-                    [this](const StopPlan& plan, const std::vector<StopResult>& results, bool forgotten) {
-                        told.push_back({plan.name, results.size(), forgotten});
-                    }}});
+        open({.visibleUI = [] { return true; },
+              .stopped = [this](const StopPlan& plan, const std::vector<StopResult>& results,
+                                bool forgotten) { told.push_back({plan.name, results.size(), forgotten}); }});
+    }
+
+    /// A run of the program, with those who take part in it.
+    void open(StoreCollaborators collaborators) {
+        store.reset();
+        store = std::make_unique<VarnetStore>(VarnetStore::Setup{.probes = probes,
+                                                                 .clock = clock,
+                                                                 .engineQueue = queue,
+                                                                 .mainQueue = queue,
+                                                                 .localization = localization,
+                                                                 .catalog = &catalog,
+                                                                 .quitting = &quitting,
+                                                                 .storage = folder.path("state"),
+                                                                 .preview = nullptr,
+                                                                 .collaborators = std::move(collaborators)});
         store->start();
         queue.advance(3);
     }
@@ -133,5 +134,7 @@ protected:
     std::vector<Told> told;
     std::unique_ptr<VarnetStore> store;
 };
+
+class StoppingFixture : public testing::Test, protected PretendedMachine {};
 
 } // namespace varnet

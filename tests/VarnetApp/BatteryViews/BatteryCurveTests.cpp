@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
 #include <vector>
 
 namespace varnet {
@@ -13,18 +15,17 @@ using enum BatteryState;
 constexpr Date zero{0};
 constexpr double day = 86'400;
 
-struct At {
-    double seconds;
-    BatteryState state;
-    int segment = 0;
-};
-
-std::vector<BatteryPoint> points(std::initializer_list<At> list) {
+/// "60c2": at 60 s charging (b: on battery, f: full) in the second segment; without a number, in one of its
+/// own.
+std::vector<BatteryPoint> points(const std::string& text) {
     std::vector<BatteryPoint> made;
-    for (const At& at : list) {
+    std::istringstream words(text);
+    double seconds = 0;
+    for (std::string rest; words >> seconds >> rest;) {
         Uuid segment;
-        segment.bytes[0] = static_cast<std::uint8_t>(at.segment);
-        made.push_back({Date{at.seconds}, 50, at.state, {}, segment});
+        segment.bytes[0] = rest.size() > 1 ? static_cast<std::uint8_t>(rest[1] - '0') : 0;
+        const BatteryState state = rest[0] == 'b' ? onBattery : rest[0] == 'c' ? charging : charged;
+        made.push_back({Date{seconds}, 50, state, {}, segment});
     }
     return made;
 }
@@ -32,7 +33,7 @@ std::vector<BatteryPoint> points(std::initializer_list<At> list) {
 TEST(ChargeCurve, partsSegmentsAndMarksWhatWasNotMeasured) {
     struct Row {
         const char* name;
-        std::vector<BatteryPoint> points;
+        const char* points;
         double now;
         qsizetype count;
         QList<int> starts;
@@ -40,66 +41,26 @@ TEST(ChargeCurve, partsSegmentsAndMarksWhatWasNotMeasured) {
         QList<QPointF> missing;
     };
     const Row rows[] = {
-        {"nothing at all", {}, 1000, 0, {}, {}, {{0, 1000}}},
-        {"one line", points({{0, onBattery}, {60, onBattery}, {120, onBattery}}), 130, 3, {}, {}, {}},
-        {"a line never crosses two segments, however near",
-         points({{0, onBattery, 1},
-                 {60, onBattery, 1},
-                 {62, charging, 2},
-                 {122, charging, 2},
-                 {124, charged, 3}}),
+        {"nothing at all", "", 1000, 0, {}, {}, {{0, 1000}}},
+        {"one line", "0b 60b 120b", 130, 3, {}, {}, {}},
+        {"never across two segments, however near",
+         "0b1 60b1 62c2 122c2 124f3",
          130,
          5,
          {2, 4},
          {{62, 124}},
          {}},
-        {"charging lasts until now", points({{0, charging}, {60, charging}}), 90, 2, {}, {{0, 90}}, {}},
-        {"but not through a gap",
-         points({{0, charging, 1}, {60, charging, 1}, {500, charging, 2}}),
-         510,
-         3,
-         {2},
-         {{0, 60}, {500, 510}},
-         {{60, 500}}},
-        {"a hole within one segment",
-         points({{0, onBattery}, {151, onBattery}}),
-         160,
-         2,
-         {1},
-         {},
-         {{0, 151}}},
-        {"at the longest step still one line",
-         points({{0, onBattery}, {150, onBattery}}),
-         300,
-         2,
-         {},
-         {},
-         {}},
-        {"before the first and after the last",
-         points({{400, onBattery}, {460, onBattery}}),
-         1000,
-         2,
-         {},
-         {},
-         {{0, 400}, {460, 1000}}},
-        {"outside the span",
-         points({{-10, onBattery}, {0, onBattery}, {1001, onBattery}}),
-         1000,
-         1,
-         {},
-         {},
-         {{0, 1000}}},
-        {"a step back in time",
-         points({{0, onBattery, 1}, {100, charging, 2}, {50, onBattery, 3}, {110, charging, 2}}),
-         110,
-         3,
-         {1},
-         {{100, 110}},
-         {}},
+        {"charging lasts until now", "0c 60c", 90, 2, {}, {{0, 90}}, {}},
+        {"but not through a gap", "0c1 60c1 500c2", 510, 3, {2}, {{0, 60}, {500, 510}}, {{60, 500}}},
+        {"a hole within one segment", "0b 151b", 160, 2, {1}, {}, {{0, 151}}},
+        {"at the longest step still one line", "0b 150b", 300, 2, {}, {}, {}},
+        {"before the first and after the last", "400b 460b", 1000, 2, {}, {}, {{0, 400}, {460, 1000}}},
+        {"outside the span", "-10b 0b 1001b", 1000, 1, {}, {}, {{0, 1000}}},
+        {"a step back in time", "0b1 100c2 50b3 110c2", 110, 3, {1}, {{100, 110}}, {}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        const ChargeCurve curve = chargeCurve(row.points, zero, Date{1000}, Date{row.now});
+        const ChargeCurve curve = chargeCurve(points(row.points), zero, Date{1000}, Date{row.now});
         EXPECT_EQ(curve.points.size(), row.count);
         EXPECT_EQ(curve.sources.size(), row.count);
         EXPECT_EQ(curve.starts, row.starts);

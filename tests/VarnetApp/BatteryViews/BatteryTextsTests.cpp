@@ -22,94 +22,67 @@ TEST(BatteryTexts, tellWhatThereIsToShow) {
     EXPECT_EQ(BatteryTexts::summary(nullptr, english), "Waiting for a reading");
     battery.reading = BatteryReading::missing(BatteryAvailability::absent, now);
     EXPECT_EQ(BatteryTexts::presenceOf(&battery), Presence::none);
+    EXPECT_EQ(BatteryTexts::line(&battery), "There is none in this machine.");
+    EXPECT_EQ(BatteryTexts::summary(&battery, english), "No battery");
     battery.archive.health =
         std::make_shared<const BatteryHistory::Health>(BatteryHistory::Health{{now - 60, 90, {}}});
     EXPECT_EQ(BatteryTexts::presenceOf(&battery), Presence::gone) << "what an earlier one left is shown";
     EXPECT_EQ(BatteryTexts::readingOf(&battery), nullptr);
     battery.reading = BatteryReading::missing(BatteryAvailability::available, now);
     EXPECT_EQ(BatteryTexts::readingOf(&battery), &battery.reading);
+    battery.reading.lowPowerMode = true;
+    EXPECT_EQ(BatteryTexts::line(&battery), "Plugged in · Low power mode");
+    battery.reading = BatteryReading::missing(BatteryAvailability::unavailable, now);
+    EXPECT_EQ(BatteryTexts::line(&battery),
+              "The battery isn’t answering. It is asked again every few seconds.");
+    EXPECT_EQ(BatteryTexts::summary(&battery, english), "No reading");
 }
 
 TEST(BatteryTexts, tellTimeAndPowerAsFarAsTheyAreKnown) {
     struct Row {
         const char* name;
         BatteryState state;
-        std::optional<double> minutesRemaining;
-        std::optional<double> minutesToFull;
+        std::optional<double> minutes; ///< until it is empty, or full
         std::optional<double> watts;
         std::optional<double> averaged;
-        const char* label;
-        const char* time;
-        const char* power;
+        const char* told;
         const char* summary;
     };
     using enum BatteryState;
+    const std::optional<double> no;
     for (const Row& row : {
-             Row{"the average outranks the moment",
-                 onBattery,
-                 204,
-                 {},
-                 -25,
-                 13,
-                 "Time remaining",
-                 "3 hr 24 min",
-                 "13.0 W",
-                 "3 hr 24 min · 13.0 W"},
-             Row{"an average of nothing is known",
-                 onBattery,
-                 {},
-                 {},
-                 -25,
-                 0,
-                 "Time remaining",
-                 "Estimating…",
-                 "0.0 W",
+             Row{"the average outranks the moment", onBattery, 204, -25, 13,
+                 "Time remaining 3 hr 24 min, 13.0 W", "3 hr 24 min · 13.0 W"},
+             Row{"an average of nothing is known", onBattery, no, -25, 0, "Time remaining Estimating…, 0.0 W",
                  "Estimating… · 0.0 W"},
-             Row{"charging, time unknown",
-                 charging,
-                 {},
-                 {},
-                 38.4,
-                 {},
-                 "Time to full",
-                 "Estimating…",
-                 "38.4 W",
+             Row{"charging", charging, 80, 12, no, "Time to full 1 hr 20 min, 12.0 W", "Full in 1 hr 20 min"},
+             Row{"charging, time unknown", charging, no, 38.4, no, "Time to full Estimating…, 38.4 W",
                  "Charging · 38.4 W"},
-             Row{"charging, nothing known",
-                 charging,
-                 {},
-                 {},
-                 {},
-                 {},
-                 "Time to full",
-                 "Estimating…",
-                 "—",
-                 "Charging"},
-             Row{"full", charged, {}, {}, 0, {}, "State", "Fully charged", "0.0 W", "Fully charged"},
+             Row{"charging, nothing known", charging, no, no, no, "Time to full Estimating…, —", "Charging"},
+             Row{"full", charged, no, 0, no, "State Fully charged, 0.0 W", "Fully charged"},
+             Row{"held below full", pluggedIn, no, 0, no, "State Plugged in, 0.0 W", "Plugged in"},
          }) {
         SCOPED_TRACE(row.name);
         BatteryDashboard battery;
         battery.reading = BatteryReading::missing(BatteryAvailability::available, now);
         battery.reading.state = row.state;
-        battery.reading.minutesRemaining = row.minutesRemaining;
-        battery.reading.minutesToFull = row.minutesToFull;
+        (row.state == charging ? battery.reading.minutesToFull : battery.reading.minutesRemaining) =
+            row.minutes;
         battery.reading.watts = row.watts;
         battery.dischargeWatts = row.averaged;
-        EXPECT_EQ(BatteryTexts::time(&battery), (BatteryTexts::Captioned{row.label, row.time}));
-        EXPECT_EQ(BatteryTexts::power(&battery, english), row.power);
+        const BatteryTexts::Captioned time = BatteryTexts::time(&battery);
+        EXPECT_EQ(time.label + ' ' + time.figure + ", " + BatteryTexts::power(&battery, english), row.told);
         EXPECT_EQ(BatteryTexts::summary(&battery, english), row.summary);
     }
 }
 
 TEST(BatteryTexts, tellASession) {
-    for (const auto& [seconds, expected] : {std::pair{0.0, "Under 1 min"},
-                                            {29.9, "Under 1 min"},
-                                            {30, "1 min"},
-                                            {10'260, "2 hr 51 min"},
-                                            {2880 * 60.0, "48 hr 0 min"},
-                                            {2881 * 60.0, "Over 48 hr"},
-                                            {std::numeric_limits<double>::quiet_NaN(), "Under 1 min"}})
-        EXPECT_EQ(BatteryTexts::measured(seconds), expected) << seconds;
+    EXPECT_EQ(BatteryTexts::measured(29.9), "Under 1 min");
+    EXPECT_EQ(BatteryTexts::measured(30), "1 min");
+    EXPECT_EQ(BatteryTexts::measured(10'260), "2 hr 51 min");
+    EXPECT_EQ(BatteryTexts::measured(2880 * 60.0), "48 hr 0 min");
+    EXPECT_EQ(BatteryTexts::measured(2881 * 60.0), "Over 48 hr");
+    EXPECT_EQ(BatteryTexts::measured(std::numeric_limits<double>::quiet_NaN()), "Under 1 min");
     struct Row {
         const char* name;
         double startAgo;

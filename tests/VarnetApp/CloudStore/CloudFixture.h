@@ -161,7 +161,7 @@ protected:
     InlineQueue recorderQueue;
     FakeKeychain keychain;
     CloudTestService service{clock};
-    QSslConfiguration ssl = trusting(service.authority().root);
+    QSslConfiguration ssl = trusting(service.authority().certificate);
     std::vector<FlameArchive> restored;
     std::optional<std::string> restoreFailure;
     std::vector<QUrl> opened;

@@ -575,7 +575,7 @@ TEST_F(CloudTest, aDaysEstimateOfTheBatteryIsOneRecord) {
 TEST_F(CloudTest, nobodyElseIsTheService) {
     signIn();
     const TestAuthority other = TestAuthority::make();
-    ssl = trusting(other.root);
+    ssl = trusting(other.certificate);
     begin();
     service.forgetRequests();
     store->start();

@@ -25,7 +25,7 @@ protected:
 
         Round() {
             service.admit("token");
-            folder.write("authority.pem", service.authority().root.toPem().toStdString());
+            folder.write("authority.pem", service.authority().certificate.toPem().toStdString());
             const CloudCredentials credentials{"token",        "device-1", "account-1", "e",
                                                "generation-1", "off",      "private",   {}};
             folder.write("keychain.json", credentials.json());

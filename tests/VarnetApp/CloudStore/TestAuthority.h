@@ -5,11 +5,10 @@
 
 namespace varnet {
 
-/// A certificate authority made for one run, and the certificate that it gives to a service on the loopback
-/// address.
+/// A certificate made for one run, of a service on the loopback address. It vouches for itself: who is to
+/// trust the service is given it as an authority.
 struct TestAuthority {
-    QSslCertificate root;
-    QSslCertificate certificate; ///< of 127.0.0.1
+    QSslCertificate certificate;
     QSslKey key;
 
     static TestAuthority make();

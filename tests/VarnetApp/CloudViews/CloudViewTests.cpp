@@ -1,28 +1,15 @@
 #include "VarnetApp/CloudStore/CloudService.h"
 #include "VarnetApp/CloudStore/CloudStore.h"
-#include "VarnetApp/Platform/FileOpening.h"
 #include "VarnetCore/Cloud/CloudRecorder.h"
 #include "tests/VarnetApp/CloudStore/CloudTestService.h"
 #include "tests/VarnetApp/CloudStore/FakeKeychain.h"
 #include "tests/VarnetApp/UtilityViews/UtilityStage.h"
+#include "tests/fakes/FakeFileOpening.h"
 #include "tests/fakes/InlineQueue.h"
 
 #include <QSslConfiguration>
 
 namespace varnet::test {
-
-/// A browser that takes what it is given.
-class WillingBrowser final : public platform::FileOpening {
-public:
-    bool openUrl(const std::string& url) override {
-        opened.push_back(url);
-        return true;
-    }
-    bool revealFiles(const std::vector<std::string>&) override { return false; }
-    bool openApplication(const std::vector<std::string>&) override { return false; }
-
-    std::vector<std::string> opened;
-};
 
 /// The account's windows over a real connection to a service of the test's own.
 class CloudViewTests : public UtilityStage {
@@ -30,7 +17,7 @@ protected:
     using Fault = CloudTestService::Fault;
 
     CloudViewTests() {
-        ssl.setCaCertificates({service.authority().root});
+        ssl.setCaCertificates({service.authority().certificate});
         files = &browser;
     }
     void TearDown() override {
@@ -77,7 +64,7 @@ protected:
     }
     bool sheetIsOpen(const char* name) const { return object(name)->property("opened").toBool(); }
 
-    WillingBrowser browser;
+    FakeFileOpening browser;
     InlineQueue recorderQueue;
     FakeKeychain keychain;
     CloudTestService service{fakes.clock};

@@ -9,33 +9,15 @@
 
 namespace varnet::test {
 
-namespace {
-
-QStringList& warnings() {
-    static QStringList list;
-    return list;
-}
-
-void collect(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    if (type == QtDebugMsg || type == QtInfoMsg) return;
-    if (QByteArrayView(context.category).startsWith("qt.qpa")) return;
-    if (text.startsWith(QStringLiteral("QStandardPaths"))) return;
-    warnings().append(text);
-}
-
-} // namespace
-
 void ControlStage::SetUp() {
-    warnings().clear();
-    qInstallMessageHandler(collect);
+    warnings_.emplace();
     Theme::shared().setDark(true);
     Theme::shared().setReducedMotion(true);
 }
 
 void ControlStage::TearDown() {
     view_.reset();
-    qInstallMessageHandler(nullptr);
-    EXPECT_TRUE(warnings().isEmpty()) << warnings().join(QLatin1Char('\n')).toStdString();
+    warnings_.reset();
 }
 
 void ControlStage::show(const QByteArray& body) {

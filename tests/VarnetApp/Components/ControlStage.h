@@ -1,10 +1,15 @@
 #pragma once
 
+#include "tests/VarnetApp/Components/QmlWarnings.h"
+
 #include <QQuickItem>
 #include <QQuickView>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
 
 namespace varnet::test {
 
@@ -33,6 +38,7 @@ protected:
     QQuickView& view() const { return *view_; }
 
 private:
+    std::optional<QmlWarnings> warnings_;
     std::unique_ptr<QQuickView> view_;
 };
 

@@ -2,20 +2,16 @@
 #include "VarnetApp/Components/Mascot/MascotItem.h"
 #include "VarnetApp/Components/Mascot/MascotPainter.h"
 
-#include <QGuiApplication>
 #include <QHoverEvent>
 #include <QKeyEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQmlExtensionPlugin>
 #include <QQmlProperty>
 #include <QQuickWindow>
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <memory>
-
-Q_IMPORT_QML_PLUGIN(VarnetPlugin)
 
 namespace varnet {
 namespace {
@@ -143,11 +139,3 @@ TEST(PaintedItems, oddValuesAndSizesPaint) {
 
 } // namespace
 } // namespace varnet
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    const QGuiApplication application(argc, argv);
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -101,20 +101,6 @@ TEST(ThemeTests, reducedMotionLeavesNoDuration) {
               0);
 }
 
-TEST(ThemeTests, anApplicationKeepsItsToneInBothAppearances) {
-    const Theme& theme = Theme::shared();
-    const auto tone = [&](const char* name, bool dark) {
-        return theme.tileTone(Theme::TileKind::Application, QString::fromUtf8(name), dark);
-    };
-    EXPECT_EQ(tone("Quill Editor", true), tone("Quill Editor", true));
-    EXPECT_NE(tone("Quill Editor", true), tone("Quill Editor", false));
-    QSet<QRgb> tones;
-    for (const char* name : {"Meridian Browser", "Quill Editor", "Boardroom", "Huddle Chat", "Ember Terminal",
-                             "Tempo Music", "Inkwell Notes", "Přehrávač", ""})
-        tones.insert(tone(name, true).rgb());
-    EXPECT_GE(tones.size(), 4) << "neighbours in a list must not all look alike";
-}
-
 TEST(ThemeTests, tickingNumbersKeepTheirWidth) {
     const Theme& theme = Theme::shared();
     struct Row {

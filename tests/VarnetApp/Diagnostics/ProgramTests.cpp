@@ -44,28 +44,36 @@ protected:
         return outcome;
     }
 
+    /// The object that the program prints before it ends with a status.
+    Json report(const std::string& arguments, int status = 0, const std::string& environment = {}) const {
+        const Outcome outcome = run(arguments, environment);
+        EXPECT_EQ(outcome.status, status) << outcome.output;
+        const Json printed = Json::parse(outcome.output, nullptr, false);
+        EXPECT_TRUE(printed.is_object()) << outcome.output;
+        return printed;
+    }
+    /// A file where a folder should be.
+    void block(const std::string& below) const { folder_.write(below, ""); }
+
     TemporaryFolder folder_;
 };
 
 TEST_F(ProgramTest, diagnosePrintsTheWholePicture) {
-    const Outcome outcome = run("--diagnose");
-    ASSERT_EQ(outcome.status, 0) << outcome.output;
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    ASSERT_TRUE(report.is_object()) << outcome.output;
-    EXPECT_TRUE(report["error"].is_null());
-    EXPECT_TRUE(report["uniqueMembership"].get<bool>());
-    EXPECT_GT(report["processes"].get<int>(), 0);
-    EXPECT_GT(report["processesWithCPU"].get<int>(), 0);
-    EXPECT_GT(report["processesWithMemory"].get<int>(), 0);
-    EXPECT_TRUE(report["wholeMacCPU"].is_number());
-    EXPECT_GT(report["physicalRAMBytes"].get<double>(), report["usedRAMBytes"].get<double>());
-    EXPECT_TRUE(report["historyWarning"].is_null());
+    const Json printed = report("--diagnose");
+    EXPECT_TRUE(printed["error"].is_null());
+    EXPECT_TRUE(printed["uniqueMembership"].get<bool>());
+    EXPECT_GT(printed["processes"].get<int>(), 0);
+    EXPECT_GT(printed["processesWithCPU"].get<int>(), 0);
+    EXPECT_GT(printed["processesWithMemory"].get<int>(), 0);
+    EXPECT_TRUE(printed["wholeMacCPU"].is_number());
+    EXPECT_GT(printed["physicalRAMBytes"].get<double>(), printed["usedRAMBytes"].get<double>());
+    EXPECT_TRUE(printed["historyWarning"].is_null());
     for (const char* const key : {"compressedRAMBytes", "swapUsedBytes", "processFootprintBytes",
                                   "fanAvailability", "fans", "findings"}) {
-        EXPECT_TRUE(report.contains(key)) << key;
+        EXPECT_TRUE(printed.contains(key)) << key;
     }
-    ASSERT_FALSE(report["groups"].empty());
-    for (const Json& group : report["groups"]) {
+    ASSERT_FALSE(printed["groups"].empty());
+    for (const Json& group : printed["groups"]) {
         for (const char* const key : {"id", "name", "subtitle", "kind", "cpu", "memory", "ports", "agents",
                                       "framework", "processes"}) {
             EXPECT_TRUE(group.contains(key)) << key;
@@ -99,12 +107,8 @@ TEST_F(ProgramTest, renderersWriteTheirPicturesAndNothingElse) {
 }
 
 TEST_F(ProgramTest, diagnoseReportsAStorageItCannotUse) {
-    std::filesystem::create_directory(folder_.path() / "artifacts");
-    fclose(fopen((folder_.path() / "artifacts/diagnostic-state").c_str(), "w"));
-    const Outcome outcome = run("--diagnose");
-    EXPECT_EQ(outcome.status, 0);
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    EXPECT_EQ(report["historyWarning"],
+    block("artifacts/diagnostic-state");
+    EXPECT_EQ(report("--diagnose")["historyWarning"],
               "History could not be saved. Live monitoring continues. Not a directory");
 }
 
@@ -116,29 +120,24 @@ TEST_F(ProgramTest, batteryDiagnosePrintsAnotherMachinesReading) {
                                                    {"power_now", "9000000"}};
     for (const auto& [name, text] : files)
         folder_.write("machine/sys/class/power_supply/BAT0/" + name, text + "\n");
-    const Outcome outcome = run("--battery-diagnose", "VARNET_KERNEL_ROOT=machine");
-    ASSERT_EQ(outcome.status, 0) << outcome.output;
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    ASSERT_TRUE(report.is_object()) << outcome.output;
-    EXPECT_EQ(report["reading"]["state"], "onBattery");
-    EXPECT_EQ(report["reading"]["charge"], 60.0);
-    EXPECT_EQ(report["reading"]["health"], "none");
-    EXPECT_EQ(report["historyPoints"], 1);
-    EXPECT_EQ(report["healthPoints"], 0);
-    EXPECT_EQ(report["historySaved"], true);
-    EXPECT_EQ(report["historyWarning"], "none");
-    EXPECT_TRUE(report["highestImpactScores"].is_array());
+    const Json printed = report("--battery-diagnose", 0, "VARNET_KERNEL_ROOT=machine");
+    EXPECT_EQ(printed["reading"]["state"], "onBattery");
+    EXPECT_EQ(printed["reading"]["charge"], 60.0);
+    EXPECT_EQ(printed["reading"]["health"], "none");
+    EXPECT_EQ(printed["historyPoints"], 1);
+    EXPECT_EQ(printed["healthPoints"], 0);
+    EXPECT_EQ(printed["historySaved"], true);
+    EXPECT_EQ(printed["historyWarning"], "none");
+    EXPECT_TRUE(printed["highestImpactScores"].is_array());
     EXPECT_FALSE(std::filesystem::exists(folder_.path() / "data")) << "the user's own files stay untouched";
 }
 
 TEST_F(ProgramTest, batteryDiagnoseSucceedsWhereNothingCanBeReadOrKept) {
-    fclose(fopen((folder_.path() / "artifacts").c_str(), "w"));
-    const Outcome outcome = run("--battery-diagnose", "VARNET_KERNEL_ROOT=nowhere");
-    ASSERT_EQ(outcome.status, 0) << outcome.output;
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    EXPECT_EQ(report["reading"]["availability"], "unavailable");
-    EXPECT_EQ(report["historySaved"], false);
-    EXPECT_EQ(report["historyWarning"], "Battery history could not be saved. Live readings still work.");
+    block("artifacts");
+    const Json printed = report("--battery-diagnose", 0, "VARNET_KERNEL_ROOT=nowhere");
+    EXPECT_EQ(printed["reading"]["availability"], "unavailable");
+    EXPECT_EQ(printed["historySaved"], false);
+    EXPECT_EQ(printed["historyWarning"], "Battery history could not be saved. Live readings still work.");
 }
 
 TEST_F(ProgramTest, storageDiagnosePrintsWhatProjectsOccupy) {
@@ -148,18 +147,15 @@ TEST_F(ProgramTest, storageDiagnosePrintsWhatProjectsOccupy) {
     folder_.write(".codex/worktrees/task/.git", "gitdir: /nowhere");
     const std::string prepare = "cd '" + folder_.path("code/web") + "' && git init -q -b main .";
     ASSERT_EQ(std::system(prepare.c_str()), 0);
-    const Outcome outcome = run("--storage-diagnose code missing");
-    ASSERT_EQ(outcome.status, 0) << outcome.output;
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    ASSERT_TRUE(report.is_object()) << outcome.output;
-    EXPECT_EQ(report["measured"], 2);
-    EXPECT_GT(report["items"].get<int>(), 7);
-    EXPECT_GT(report["allocatedBytes"].get<int>(), report["reviewBytes"].get<int>());
-    EXPECT_GE(report["reviewBytes"].get<int>(), 100'000);
-    EXPECT_GE(report["logicalBytes"].get<int>(), 100'000);
-    EXPECT_EQ(report["notes"], Json::array());
-    ASSERT_EQ(report["projects"].size(), 2U);
-    const Json& web = report["projects"][0]; // the largest
+    const Json printed = report("--storage-diagnose code missing");
+    EXPECT_EQ(printed["measured"], 2);
+    EXPECT_GT(printed["items"].get<int>(), 7);
+    EXPECT_GT(printed["allocatedBytes"].get<int>(), printed["reviewBytes"].get<int>());
+    EXPECT_GE(printed["reviewBytes"].get<int>(), 100'000);
+    EXPECT_GE(printed["logicalBytes"].get<int>(), 100'000);
+    EXPECT_EQ(printed["notes"], Json::array());
+    ASSERT_EQ(printed["projects"].size(), 2U);
+    const Json& web = printed["projects"][0]; // the largest
     EXPECT_EQ(web["path"], folder_.path("code/web"));
     EXPECT_EQ(web["source"], "Local folder");
     EXPECT_EQ(web["branch"], "main");
@@ -167,40 +163,33 @@ TEST_F(ProgramTest, storageDiagnosePrintsWhatProjectsOccupy) {
     EXPECT_EQ(web["gitSummary"], "Uncommitted or untracked files · upstream not verified");
     EXPECT_EQ(web["candidates"][0]["relativePath"], "node_modules");
     EXPECT_TRUE(web["buckets"].contains("Dependencies"));
-    EXPECT_EQ(report["projects"][1]["source"], "Codex");
-    EXPECT_EQ(report["projects"][1]["worktree"], true);
+    EXPECT_EQ(printed["projects"][1]["source"], "Codex");
+    EXPECT_EQ(printed["projects"][1]["worktree"], true);
 }
 
 TEST_F(ProgramTest, benchmarkPrintsItsObject) {
-    const Outcome outcome = run("--benchmark 1");
-    ASSERT_EQ(outcome.status, 0);
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    EXPECT_GE(report["cpuPercentOfOneCore"].get<double>(), 0);
-    EXPECT_GT(report["meanSampleWallMs"].get<double>(), 0);
-    EXPECT_GT(report["processes"].get<int>(), 0);
-    EXPECT_GE(report["samples"].get<int>(), 1);
+    const Json printed = report("--benchmark 1");
+    EXPECT_GE(printed["cpuPercentOfOneCore"].get<double>(), 0);
+    EXPECT_GT(printed["meanSampleWallMs"].get<double>(), 0);
+    EXPECT_GT(printed["processes"].get<int>(), 0);
+    EXPECT_GE(printed["samples"].get<int>(), 1);
 }
 
 TEST_F(ProgramTest, integrationTestFindsAndStopsItsServer) {
-    std::filesystem::create_directories(folder_.path() / "artifacts/integration-fixture");
-    fclose(fopen((folder_.path() / "artifacts/integration-fixture/not-a-directory").c_str(), "w"));
-    const Outcome outcome = run("--integration-test"); // leftovers of an earlier one do not disturb it
-    ASSERT_EQ(outcome.status, 0) << outcome.output;
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    EXPECT_TRUE(report["success"].get<bool>());
-    EXPECT_EQ(report["detectedPorts"].size(), 1U);
-    EXPECT_EQ(report["targetCount"], 1);
-    EXPECT_TRUE(report["discoveredBetweenMetricSamples"].get<bool>());
-    EXPECT_TRUE(report["historyFailureReported"].get<bool>());
+    block("artifacts/integration-fixture/not-a-directory"); // leftovers of an earlier one do not disturb it
+    const Json printed = report("--integration-test");
+    EXPECT_TRUE(printed["success"].get<bool>());
+    EXPECT_EQ(printed["detectedPorts"].size(), 1U);
+    EXPECT_EQ(printed["targetCount"], 1);
+    EXPECT_TRUE(printed["discoveredBetweenMetricSamples"].get<bool>());
+    EXPECT_TRUE(printed["historyFailureReported"].get<bool>());
 }
 
 TEST_F(ProgramTest, integrationTestSaysWhyItCannotStart) {
-    fclose(fopen((folder_.path() / "artifacts").c_str(), "w"));
-    const Outcome outcome = run("--integration-test");
-    EXPECT_EQ(outcome.status, 1);
-    const Json report = Json::parse(outcome.output, nullptr, false);
-    EXPECT_FALSE(report["success"].get<bool>());
-    EXPECT_EQ(report["reason"], "Not a directory");
+    block("artifacts");
+    const Json printed = report("--integration-test", 1);
+    EXPECT_FALSE(printed["success"].get<bool>());
+    EXPECT_EQ(printed["reason"], "Not a directory");
 }
 
 TEST_F(ProgramTest, withoutADisplayItPrintsALiveReading) {

@@ -26,8 +26,11 @@ public:
     /// A new engine on the same machine and storage: a restart of the program.
     void restart() {
         engine.reset();
-        engine = std::make_unique<MonitorEngine>(MonitorEngine::Setup{
-            .probes = probes, .clock = clock, .storage = folder.path() / "state", .home = folder.path()});
+        engine = std::make_unique<MonitorEngine>(MonitorEngine::Setup{.probes = probes,
+                                                                      .clock = clock,
+                                                                      .storage = folder.path() / "state",
+                                                                      .home = folder.path(),
+                                                                      .battery = battery});
     }
 
     Snapshot sample(bool isUIVisible = true) {
@@ -69,6 +72,7 @@ public:
     FakeProbes probes;
     FakeClock clock;
     std::vector<ApplicationDescriptor> applications;
+    BatteryReader* battery = nullptr; ///< null: there is none
     std::unique_ptr<MonitorEngine> engine;
 };
 

@@ -21,23 +21,16 @@ public:
 class EngineSensorsTest : public EngineFixture {
 protected:
     EngineSensorsTest() {
-        battery.next.state = BatteryState::onBattery;
-        battery.next.charge = 70;
-        battery.next.watts = -9;
-        restartWithBattery();
-    }
-    void restartWithBattery() {
-        engine.reset();
-        engine = std::make_unique<MonitorEngine>(MonitorEngine::Setup{.probes = probes,
-                                                                      .clock = clock,
-                                                                      .storage = folder.path() / "state",
-                                                                      .home = folder.path(),
-                                                                      .battery = &battery});
+        source.next.state = BatteryState::onBattery;
+        source.next.charge = 70;
+        source.next.watts = -9;
+        battery = &source;
+        restart();
     }
     std::filesystem::path file() const { return folder.path() / "state/battery-history.json"; }
     std::string saved() const { return readSmallFile(file().string(), 10'000'000).value(); }
 
-    FakeBattery battery;
+    FakeBattery source;
 };
 
 TEST_F(EngineSensorsTest, fanAvailabilityFollowsTheProbes) {
@@ -72,7 +65,7 @@ TEST_F(EngineSensorsTest, fanAvailabilityFollowsTheProbes) {
 
     probes.modelName = "Mac14,2";
     probes.fanRecords.reset();
-    restartWithBattery();
+    restart();
     EXPECT_EQ(sample()->fans.availability, FanAvailability::fanless);
 }
 
@@ -88,20 +81,20 @@ TEST_F(EngineSensorsTest, fansAreAskedEveryFiveSecondsAndForgottenBySleep) {
 
 TEST_F(EngineSensorsTest, batteryIsReadInItsOwnRhythm) {
     EXPECT_EQ(sample()->battery->reading.charge, 70);
-    EXPECT_EQ(battery.reads, 1);
-    battery.next.charge = 69;
+    EXPECT_EQ(source.reads, 1);
+    source.next.charge = 69;
     const Snapshot between = sampleAfter(2);
     EXPECT_EQ(between->battery->reading.charge, 70) << "observed again, not read again";
     sampleAfter(2);
     EXPECT_EQ(sampleAfter(2)->battery->reading.charge, 69);
-    EXPECT_EQ(battery.reads, 2);
+    EXPECT_EQ(source.reads, 2);
     const Snapshot metrics = sampleAfter(5, false);
     EXPECT_EQ(sampleAfter(2, false)->battery, metrics->battery) << "a pass without metrics carries it on";
 }
 
 TEST_F(EngineSensorsTest, aFailedPassStillReadsTheBattery) {
     sample();
-    battery.next.charge = 60;
+    source.next.charge = 60;
     probes.tableFails = true;
     const Snapshot failed = sampleAfter(6);
     ASSERT_TRUE(failed->error);
@@ -117,7 +110,7 @@ TEST_F(EngineSensorsTest, historyIsSavedEveryThirtySecondsAndSurvives) {
     EXPECT_FALSE(std::filesystem::exists(file()));
     const Snapshot last = sampleAfter(2);
     EXPECT_TRUE(std::filesystem::exists(file())) << "at thirty seconds already";
-    restartWithBattery();
+    restart();
     const Snapshot next = sampleAfter(2);
     EXPECT_EQ(next->battery->archive.points->size(), last->battery->archive.points->size() + 1);
     EXPECT_EQ(next->battery->archive.sessions.size(), 2U) << "a restart begins a new session";
@@ -128,17 +121,17 @@ TEST_F(EngineSensorsTest, sleepEndsTheSessionAndSaves) {
     const auto session = sampleAfter(2)->battery->currentSessionID;
     ASSERT_TRUE(session);
     std::filesystem::remove(file());
-    const int before = battery.reads;
+    const int before = source.reads;
     engine->resetAfterSleep();
     EXPECT_TRUE(std::filesystem::exists(file()));
     EXPECT_NE(sampleAfter(2)->battery->currentSessionID, session);
-    EXPECT_EQ(battery.reads, before + 1);
+    EXPECT_EQ(source.reads, before + 1);
 }
 
 TEST_F(EngineSensorsTest, aHistoryOfANewerVersionStaysUntilTheUserClearsIt) {
     const std::string newer = R"({"version":2,"points":[],"health":[],"sessions":[]})";
     folder.write("state/battery-history.json", newer);
-    restartWithBattery();
+    restart();
     const Snapshot snapshot = sampleAfter(31);
     ASSERT_TRUE(snapshot->battery->warning);
     EXPECT_EQ(snapshot->battery->warning, engine->batteryWarning());
@@ -156,10 +149,10 @@ TEST_F(EngineSensorsTest, restoredHistoryShowsWithTheNextPass) {
     BatteryArchive archive;
     archive.health.push_back({clock.now() - 86'400, 91, 10});
     EXPECT_EQ(engine->restoreBattery(archive), std::nullopt);
-    const int before = battery.reads;
+    const int before = source.reads;
     const Snapshot snapshot = sampleAfter(2);
     EXPECT_EQ(snapshot->battery->archive.health->size(), 1U);
-    EXPECT_EQ(battery.reads, before + 1);
+    EXPECT_EQ(source.reads, before + 1);
 }
 
 } // namespace

@@ -11,23 +11,6 @@
 
 namespace varnet {
 
-/// Both are test fixtures; one of them is only a machine here.
-class PretendedMachine : public StoppingFixture {
-public:
-    using StoppingFixture::add;
-    using StoppingFixture::catalog;
-    using StoppingFixture::clock;
-    using StoppingFixture::editor;
-    using StoppingFixture::group;
-    using StoppingFixture::localization;
-    using StoppingFixture::probes;
-    using StoppingFixture::queue;
-    using StoppingFixture::store;
-
-private:
-    void TestBody() override {}
-};
-
 class ListPassTests : public WindowStage {
 protected:
     ListPassTests() {

@@ -4,11 +4,11 @@
 #include "VarnetApp/Components/ViewContext.h"
 #include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/MainViews/ActivityListModel.h"
-#include "VarnetApp/Platform/ApplicationCatalog.h"
 #include "VarnetApp/Platform/ApplicationQuitting.h"
 #include "probes/SystemProbes.h"
 #include "tests/VarnetApp/MainViews/WindowStage.h"
 #include "tests/fakes/ChildProcess.h"
+#include "tests/fakes/FakeQuitting.h"
 #include "tests/fakes/HandQueue.h"
 #include "tests/fakes/TemporaryFolder.h"
 
@@ -40,12 +40,6 @@ open('ready-' + sys.argv[-1], 'w').close()
 while True:
     time.sleep(60)
 )";
-
-class ChildCatalog final : public ApplicationCatalog {
-public:
-    std::vector<ApplicationDescriptor> running;
-    std::vector<ApplicationDescriptor> snapshot() override { return running; }
-};
 
 class LiveStopWindowTests : public WindowStage {
 protected:
@@ -91,24 +85,6 @@ protected:
         return come();
     }
 
-    QQuickItem* rowOf(pid_t pid) {
-        auto* const model = find<ActivityListModel>();
-        const QString part = ":" + QString::number(pid) + ":";
-        for (int row = 0; row < model->rows()->rowCount(); ++row)
-            if (model->keyAt(row).contains(part)) return item(model->keyAt(row));
-        return nullptr;
-    }
-    /// The button or box of a row.
-    QQuickItem* partOf(QQuickItem* row, const QString& beginning) {
-        QQuickItem* found = nullptr;
-        const std::function<void(QQuickItem*)> look = [&](QQuickItem* one) {
-            if (one->property("label").toString().startsWith(beginning)) found = one;
-            for (QQuickItem* const child : one->childItems())
-                look(child);
-        };
-        if (row) look(row);
-        return found;
-    }
     bool lives(pid_t pid) { return probes_.identity(pid).has_value(); }
 
     TemporaryFolder folder_;
@@ -117,7 +93,7 @@ protected:
     FakeClock clock_{SystemClock().now() - 60};
     HandQueue queue_{clock_};
     AppLocalization localization_{nullptr};
-    ChildCatalog catalog_;
+    FakeCatalog catalog_;
     std::unique_ptr<platform::ApplicationQuitting> quitting_ = platform::makeApplicationQuitting(catalog_);
     VarnetStore store_{{.probes = probes_,
                         .clock = clock_,

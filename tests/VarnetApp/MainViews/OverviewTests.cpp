@@ -110,19 +110,6 @@ TEST_F(OverviewTests, nothingIsAssumedWithoutReadings) {
     }
 }
 
-TEST_F(OverviewTests, theAgeTicks) {
-    open(PreparedMachine::busy());
-    auto& model = *find<OverviewModel>();
-    EXPECT_EQ(model.property("updated").toString(), "Updated 2s ago");
-    QSignalSpy told(&model, &OverviewModel::updatedChanged);
-    model.tick();
-    EXPECT_EQ(told.count(), 0) << "the same words are no news";
-    clock.advance(1);
-    model.tick();
-    EXPECT_EQ(told.count(), 1);
-    EXPECT_EQ(model.property("updated").toString(), "Updated 3s ago");
-}
-
 TEST_F(OverviewTests, theTimelineWaitsForAHandfulOfPoints) {
     const auto history = [](std::size_t points) {
         auto snapshot = std::make_shared<MonitorSnapshot>(*PreparedMachine::busy());

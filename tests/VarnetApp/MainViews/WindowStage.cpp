@@ -2,6 +2,7 @@
 
 #include "VarnetApp/Components/Theme.h"
 #include "VarnetApp/Components/ViewContext.h"
+#include "VarnetApp/MainViews/ActivityListModel.h"
 
 #include <QAccessible>
 #include <QQmlEngine>
@@ -10,17 +11,6 @@
 namespace varnet {
 
 namespace {
-
-QStringList& warnings() {
-    static QStringList list;
-    return list;
-}
-
-void collect(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    if (type == QtDebugMsg || type == QtInfoMsg) return;
-    if (QByteArrayView(context.category).startsWith("qt.qpa") || text.startsWith("QStandardPaths")) return;
-    warnings().append(text);
-}
 
 QQuickItem* calledIn(QQuickItem& item, const QString& name) {
     if (!item.isVisible()) return nullptr;
@@ -43,13 +33,10 @@ QQuickItem* namedIn(QQuickItem& item, const QString& name) {
 
 WindowStage::~WindowStage() {
     view.reset();
-    qInstallMessageHandler(nullptr);
-    EXPECT_TRUE(warnings().isEmpty()) << warnings().join('\n').toStdString();
 }
 
 void WindowStage::showWindow(ViewContext& context, QSize size) {
-    warnings().clear();
-    qInstallMessageHandler(collect);
+    warnings_.emplace();
     Theme::shared().setReducedMotion(true);
     view = std::make_unique<QQuickView>();
     context.give(*view->engine());
@@ -73,6 +60,21 @@ QQuickItem* WindowStage::item(const QString& objectName) const {
     (void)QTest::qWaitFor([&] { return (found = namedIn(*view->contentItem(), objectName)) != nullptr; },
                           300);
     return found;
+}
+
+QQuickItem* WindowStage::rowOf(std::int32_t pid) const {
+    auto* const model = find<ActivityListModel>();
+    const QString part = ':' + QString::number(pid) + ':';
+    for (int row = 0; row < model->rows()->rowCount(); ++row)
+        if (model->keyAt(row).contains(part)) return item(model->keyAt(row));
+    return nullptr;
+}
+
+QQuickItem* WindowStage::partOf(QQuickItem* whole, const QString& beginning) {
+    if (!whole || whole->property("label").toString().startsWith(beginning)) return whole;
+    for (QQuickItem* const child : whole->childItems())
+        if (QQuickItem* const found = partOf(child, beginning)) return found;
+    return nullptr;
 }
 
 bool WindowStage::isGone(const QString& objectName) const {

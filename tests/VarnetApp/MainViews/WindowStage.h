@@ -1,10 +1,14 @@
 #pragma once
 
+#include "tests/VarnetApp/Components/QmlWarnings.h"
+
 #include <QQuickItem>
 #include <QQuickView>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace varnet {
 
@@ -22,6 +26,10 @@ protected:
     QQuickItem* called(const QString& name) const;
     /// The one whose object name is this.
     QQuickItem* item(const QString& objectName) const;
+    /// The row of a process in the list; null: none.
+    QQuickItem* rowOf(std::int32_t pid) const;
+    /// What is part of an item, or it itself, and has a label that begins so; null: nothing.
+    static QQuickItem* partOf(QQuickItem* whole, const QString& beginning);
     /// Whether it has gone, or goes within a moment: popups take one to close.
     bool isGone(const QString& objectName) const;
     void click(QQuickItem* item);
@@ -33,6 +41,9 @@ protected:
     }
 
     std::unique_ptr<QQuickView> view;
+
+private:
+    std::optional<test::QmlWarnings> warnings_;
 };
 
 } // namespace varnet

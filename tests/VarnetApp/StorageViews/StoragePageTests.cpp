@@ -20,53 +20,42 @@ TEST_F(StoragePageTest, tellsEachStateApart) {
     const auto scanned = [](PreparedStorage::Scan scan) {
         return [scan](DiskStorageStore& to) { to.setPreview(scan); };
     };
+    const QString progress =
+        "Scanning · No automatic cleanup 2/9 · shop · main The map fills in as the scan runs.";
+    const QString search = "Search projects or worktrees";
     const struct {
         const char* name;
         std::function<void(DiskStorageStore&)> state;
-        std::vector<const char*> shown;
-        std::vector<const char*> absent;
+        QString shown; ///< names with strokes between them
+        QString absent;
     } rows[]{
-        {"before the first scan",
-         scanned(nullptr),
-         {"Find your projects and agent worktrees. Scan agent worktrees and known projects. Files stay "
-          "exactly where they are until you review them.",
-          "Scan projects", "Add folder"},
-         {"Rescan", "Allocated —"}},
-        {"before a scan has found anything",
-         scanning(nullptr),
-         {"Allocated —", "Stop scan",
-          "Scanning · No automatic cleanup 2/9 · shop · main The map fills in as the scan runs."},
-         {"Rescan", "Search projects or worktrees"}},
-        {"half of it is measured",
-         scanning(PreparedStorage::halfway()),
-         {"Stop scan", "Projects 14", "Search projects or worktrees",
-          "Scanning · No automatic cleanup 2/9 · shop · main The map fills in as the scan runs."},
-         {"Rescan"}},
-        {"stopped",
-         scanned(PreparedStorage::stopped()),
-         {"Rescan",
-          "Some folders weren’t fully measured Totals include only what could be read. Rescan to try again. "
-          "Couldn’t read sealed. Add that folder to grant access. Scan stopped. Some folders are still "
-          "unmeasured. Rescan to finish."},
-         {"Stop scan"}},
-        {"all is well",
-         scanned(PreparedStorage::complete()),
-         {"Rescan", "Add folder", "Allocated 137.4 GB", "Worktrees 9", "storefront 46.8 GB"},
-         {"Stop scan", "Dismiss storage message"}},
-        {"nothing was found",
-         scanned(PreparedStorage::nothing()),
-         {"No projects found. Add a folder that holds some, then rescan.", "Projects 0"},
-         {"Search projects or worktrees"}},
+        {"before the first scan", scanned(nullptr),
+         "Find your projects and agent worktrees. Scan agent worktrees and known projects. Files stay "
+         "exactly where they are until you review them.|Scan projects|Add folder",
+         "Rescan|Allocated —"},
+        {"nothing found yet", scanning(nullptr), "Allocated —|Stop scan|" + progress, "Rescan|" + search},
+        {"half of it is measured", scanning(PreparedStorage::halfway()),
+         "Stop scan|Projects 14|" + search + '|' + progress, "Rescan"},
+        {"stopped", scanned(PreparedStorage::stopped()),
+         "Rescan|Some folders weren’t fully measured Totals include only what could be read. Rescan to try "
+         "again. Couldn’t read sealed. Add that folder to grant access. Scan stopped. Some folders are still "
+         "unmeasured. Rescan to finish.",
+         "Stop scan"},
+        {"all is well", scanned(PreparedStorage::complete()),
+         "Rescan|Add folder|Allocated 137.4 GB|Worktrees 9|storefront 46.8 GB",
+         "Stop scan|Dismiss storage message"},
+        {"nothing was found", scanned(PreparedStorage::nothing()),
+         "No projects found. Add a folder that holds some, then rescan.|Projects 0", search},
     };
     openPrepared(nullptr);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         row.state(*store);
         (void)view->grabWindow();
-        for (const char* const name : row.shown)
-            EXPECT_NE(called(name), nullptr) << name;
-        for (const char* const name : row.absent)
-            EXPECT_EQ(called(name), nullptr) << name;
+        for (const QString& name : row.shown.split('|'))
+            EXPECT_NE(called(name), nullptr) << name.toStdString();
+        for (const QString& name : row.absent.split('|'))
+            EXPECT_EQ(called(name), nullptr) << name.toStdString();
     }
 }
 

@@ -13,43 +13,18 @@ const QLocale english(QLocale::English, QLocale::UnitedStates);
 const QLocale czech(QLocale::Czech, QLocale::CzechRepublic);
 
 TEST(SettingsTexts, ignoredFindingsAreNamedByTheirKind) {
-    struct Row {
-        const char* id;
-        const char* name;
-    };
-    const Row rows[] = {
-        {"cpu:app:/opt/quill:1700000000", "High CPU finding"},
-        {"duplicate:/srv/storefront:vite", "Similar finding"},
-        {"forgotten:1-4021-7", "Process finding"},
-        {"restarted:1-4021-7", "Process finding"},
-        {"cpu", "Process finding"},
-        {"forgotten:cpu:", "Process finding"},
-        {"", "Process finding"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(SettingsTexts::ignoredFinding(row.id), row.name) << row.id;
+    for (const char* const id : {"forgotten:1-4021-7", "restarted:1-4021-7", "cpu", "forgotten:cpu:", ""})
+        EXPECT_EQ(SettingsTexts::ignoredFinding(id), "Process finding") << id;
+    EXPECT_EQ(SettingsTexts::ignoredFinding("cpu:app:/opt/quill:1700000000"), "High CPU finding");
+    EXPECT_EQ(SettingsTexts::ignoredFinding("duplicate:/srv/storefront:vite"), "Similar finding");
 }
 
 TEST(SettingsTexts, fansSayHowFastOrWhyNot) {
-    using enum FanAvailability;
-    struct Row {
-        const char* name;
-        FanAvailability availability;
-        std::vector<Fan> fans;
-        const char* words;
-    };
-    const Row rows[] = {
-        {"the fastest counts", available, {{0, 1200, {}}, {1, 2840, {}}}, "2,840 RPM"},
-        {"standing still is a reading", available, {{0, 0, {}}}, "0 RPM"},
-        {"available, yet none", available, {}, "No sensor reading"},
-        {"no fan", fanless, {}, "Fanless"},
-        {"old readings are no readings", stale, {{0, 2840, {}}}, "Waiting for fresh readings"},
-        {"nothing to read", unavailable, {}, "Sensor unavailable"},
-    };
-    for (const Row& row : rows) {
-        const FanSnapshot snapshot{row.availability, row.fans, FanLevel::stopped, false, {}};
-        EXPECT_EQ(SettingsTexts::fans(snapshot, Figures(english)), row.words) << row.name;
-    }
+    FanSnapshot fans{
+        FanAvailability::available, {{0, 1200, {}}, {1, 2840, {}}}, FanLevel::stopped, false, {}};
+    EXPECT_EQ(SettingsTexts::fans(fans, Figures(english)), "2,840 RPM");
+    fans.availability = FanAvailability::stale;
+    EXPECT_EQ(SettingsTexts::fans(fans, Figures(english)), "Waiting for fresh readings");
 }
 
 TEST(SettingsTexts, momentsAreOfHereAndInTheLanguage) {

@@ -1,88 +1,62 @@
-#include "VarnetApp/AppStore/VarnetStore.h"
-#include "VarnetApp/Components/ViewContext.h"
-#include "VarnetApp/Localization/AppLocalization.h"
 #include "VarnetApp/Previews/PreparedDisk.h"
-#include "VarnetApp/Previews/PreparedMachine.h"
 #include "VarnetApp/StorageMap/TreemapItem.h"
-#include "VarnetApp/StorageStore/DiskStorageStore.h"
 #include "VarnetApp/WholeDiskViews/WholeDiskModel.h"
 #include "probes/SystemProbes.h"
-#include "probes/fake/FakeProbes.h"
-#include "tests/VarnetApp/MainViews/WindowStage.h"
+#include "tests/VarnetApp/MainViews/MainWindowStage.h"
 #include "tests/fakes/FakeFileOpening.h"
-#include "tests/fakes/HandQueue.h"
-#include "tests/fakes/TemporaryFolder.h"
 
-#include <QAccessible>
-#include <QElapsedTimer>
 #include <QTest>
 
 namespace varnet {
 namespace {
 
 /// The page over a small tree of real files, or over prepared data.
-class WholeDiskPageTests : public WindowStage {
+class WholeDiskPageTests : public MainWindowStage {
 protected:
-    ~WholeDiskPageTests() override { view.reset(); }
+    ~WholeDiskPageTests() override { close(); }
 
-    void open(bool prepared, QSize size = {1040, 720}) {
-        disk = std::make_unique<WholeDiskStore>(WholeDiskStore::Setup{.probes = probes,
+    void open(bool prepared) {
+        close();
+        files = &shown;
+        disk = std::make_unique<WholeDiskStore>(WholeDiskStore::Setup{.probes = realProbes,
                                                                       .clock = clock,
-                                                                      .mainQueue = queue,
-                                                                      .scans = queue,
-                                                                      .questions = queue,
-                                                                      .files = &files,
+                                                                      .mainQueue = jobs,
+                                                                      .scans = jobs,
+                                                                      .questions = jobs,
+                                                                      .files = &shown,
                                                                       .preview = prepared,
                                                                       .root = tree.path().string(),
-                                                                      .temporary = temporary.path()});
-        storage = std::make_unique<DiskStorageStore>(DiskStorageStore::Setup{.probes = probes,
+                                                                      .temporary = folder.path()});
+        storage = std::make_unique<DiskStorageStore>(DiskStorageStore::Setup{.probes = realProbes,
                                                                              .clock = clock,
-                                                                             .mainQueue = queue,
-                                                                             .jobs = queue,
+                                                                             .mainQueue = jobs,
+                                                                             .jobs = jobs,
                                                                              .home = tree.path().string(),
                                                                              .preview = true},
                                                      *disk);
-        store = std::make_unique<VarnetStore>(VarnetStore::Setup{.probes = noProbes,
-                                                                 .clock = clock,
-                                                                 .engineQueue = idle,
-                                                                 .mainQueue = idle,
-                                                                 .localization = localization,
-                                                                 .storage = temporary.path(),
-                                                                 .user = PreparedMachine::user,
-                                                                 .preview = PreparedMachine::calm(),
-                                                                 .collaborators = {}});
         storage->page.wholeDisk = true;
-        store->setPage(Page::storage);
-        context = std::make_unique<ViewContext>(
-            ViewContext{*store, localization, clock, nullptr, {}, &files, nullptr, storage.get()});
-        showWindow(*context, size);
+        MainWindowStage::open(PreparedMachine::calm(), {1040, 720}, Page::storage);
+    }
+    void openPrepared() {
+        open(true);
+        disk->setPreview(PreparedDisk::homeFolder(), PreparedDisk::capacity(), PreparedDisk::home);
+        turn();
     }
     void turn() {
-        queue.run();
+        jobs.run();
         QCoreApplication::processEvents();
         (void)view->grabWindow();
     }
     WholeDiskModel& model() const { return *find<WholeDiskModel>(); }
     TreemapItem& map() const { return *find<TreemapItem>(); }
-    void tap(QQuickItem* item, QPointF at) {
-        QTest::mouseClick(view.get(), Qt::LeftButton, Qt::NoModifier, item->mapToScene(at).toPoint());
-    }
     QString shownPath() const { return QString::fromStdString(disk->path().value_or("top")); }
     QString inTree(const char* below) const { return QString::fromStdString(tree.path(below)); }
 
     TemporaryFolder tree;
-    TemporaryFolder temporary;
-    FakeClock clock{PreparedMachine::now() + 2};
-    HandQueue queue{clock};
-    HandQueue idle{clock};
-    SystemProbes probes;
-    FakeProbes noProbes;
-    FakeFileOpening files;
-    AppLocalization localization{nullptr};
+    HandQueue jobs{clock};
+    SystemProbes realProbes;
+    FakeFileOpening shown;
     std::unique_ptr<WholeDiskStore> disk;
-    std::unique_ptr<DiskStorageStore> storage;
-    std::unique_ptr<VarnetStore> store;
-    std::unique_ptr<ViewContext> context;
 };
 
 TEST_F(WholeDiskPageTests, aRealTreeIsScannedAndWalkedByKeysAndClicks) {
@@ -116,16 +90,14 @@ TEST_F(WholeDiskPageTests, aRealTreeIsScannedAndWalkedByKeysAndClicks) {
 
     // A file is shown where it is; the way back is a crumb.
     click(item("row talk.mp4"));
-    EXPECT_EQ(files.revealed, std::vector<std::string>{tree.path("Videos/talk.mp4")});
+    EXPECT_EQ(shown.revealed, std::vector<std::string>{tree.path("Videos/talk.mp4")});
     EXPECT_EQ(shownPath(), inTree("Videos"));
     clickOn("Startup disk");
     EXPECT_EQ(shownPath(), "top");
 }
 
 TEST_F(WholeDiskPageTests, rowsAndTilesLightEachOther) {
-    open(true);
-    disk->setPreview(PreparedDisk::homeFolder(), PreparedDisk::capacity(), PreparedDisk::home);
-    turn();
+    openPrepared();
     QQuickItem* const row = item("row Videos");
     ASSERT_NE(row, nullptr);
     QTest::mouseMove(view.get(), row->mapToScene({100, 20}).toPoint());
@@ -138,9 +110,7 @@ TEST_F(WholeDiskPageTests, rowsAndTilesLightEachOther) {
 }
 
 TEST_F(WholeDiskPageTests, searchListAndChoicesNarrowTheSameItems) {
-    open(true);
-    disk->setPreview(PreparedDisk::homeFolder(), PreparedDisk::capacity(), PreparedDisk::home);
-    turn();
+    openPrepared();
     store->requestSearch();
     EXPECT_EQ(view->activeFocusItem(), item("diskSearch"));
     for (const Qt::Key letter : {Qt::Key_V, Qt::Key_I, Qt::Key_D})
@@ -165,29 +135,13 @@ TEST_F(WholeDiskPageTests, searchListAndChoicesNarrowTheSameItems) {
 }
 
 TEST_F(WholeDiskPageTests, whatIsNotReachedIsExplained) {
-    open(true);
-    disk->setPreview(PreparedDisk::homeFolder(), PreparedDisk::capacity(), PreparedDisk::home);
-    turn();
+    openPrepared();
     clickOn("Some folders couldn’t be read. About access.");
     ASSERT_NE(called("Open Full Disk Access"), nullptr);
     clickOn("Open Full Disk Access");
     ASSERT_NE(item("accessDone"), nullptr);
     key(Qt::Key_Escape);
     EXPECT_TRUE(isGone("accessDone"));
-}
-
-TEST_F(WholeDiskPageTests, twentyThousandRowsAreSearchedAtOnce) {
-    open(true);
-    disk->setPreview(PreparedDisk::crowded(), PreparedDisk::capacity(), std::string(PreparedDisk::home));
-    turn();
-    QElapsedTimer timer;
-    timer.start();
-    model().setSearch("IMG_2999");
-    RecordProperty("milliseconds", static_cast<int>(timer.elapsed()));
-    EXPECT_EQ(model().map()->count(), 6);
-    model().setSearch("IMG_29999");
-    EXPECT_EQ(model().rows()->rowCount(), 1);
-    std::printf("search of 20,000 rows: %lld ms\n", static_cast<long long>(timer.elapsed()));
 }
 
 } // namespace
