@@ -11,9 +11,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <cstring>
 #include <iostream>
 #include <memory>
 #include <vector>
