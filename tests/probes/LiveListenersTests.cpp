@@ -11,9 +11,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <cstring>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -28,20 +26,23 @@ using testing::UnorderedElementsAre;
 
 int bound(int family, int type, std::uint16_t port) {
     const int descriptor = socket(family, type, 0);
-    sockaddr_in6 six{};
-    six.sin6_family = AF_INET6;
-    six.sin6_addr = in6addr_loopback;
-    six.sin6_port = htons(port);
-    sockaddr_in four{};
-    four.sin_family = AF_INET;
-    four.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    four.sin_port = htons(port);
-    const int only = 1;
-    if (family == AF_INET6) setsockopt(descriptor, IPPROTO_IPV6, IPV6_V6ONLY, &only, sizeof only);
-    const bool done = family == AF_INET6
-                          ? bind(descriptor, reinterpret_cast<const sockaddr*>(&six), sizeof six) == 0
-                          : bind(descriptor, reinterpret_cast<const sockaddr*>(&four), sizeof four) == 0;
-    return done ? descriptor : -1;
+    union {
+        sockaddr any;
+        sockaddr_in four;
+        sockaddr_in6 six;
+    } address{};
+    socklen_t size = sizeof address.four;
+    address.any.sa_family = static_cast<sa_family_t>(family);
+    address.four.sin_port = htons(port); // at the same place for both families
+    if (family == AF_INET6) {
+        size = sizeof address.six;
+        address.six.sin6_addr = in6addr_loopback;
+        const int only = 1;
+        setsockopt(descriptor, IPPROTO_IPV6, IPV6_V6ONLY, &only, sizeof only);
+    } else {
+        address.four.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    }
+    return bind(descriptor, &address.any, size) == 0 ? descriptor : -1;
 }
 
 /// A listener on this port, or on any free one. @return its descriptor, or -1

@@ -228,10 +228,9 @@ std::string reusePid() {
             const auto found = answer.find(identity);
             if (found == answer.end()) return std::to_string(identity.first) + " is missing";
             const Fields& entry = found->second;
-            if (entry.name != fields.name) return entry.name + " is named " + fields.name;
-            if (entry.parent != fields.parent)
-                return entry.name + " has the parent " + std::to_string(fields.parent);
-            if (entry.path != fields.path) return entry.name + " runs " + fields.path;
+            if (entry.name != fields.name || entry.parent != fields.parent || entry.path != fields.path)
+                return entry.name + " is " + fields.name + ", child of " + std::to_string(fields.parent) +
+                       ", running " + fields.path;
         }
         kill(pid, SIGKILL);
         if (waitpid(pid, nullptr, 0) != pid) return "not collected";

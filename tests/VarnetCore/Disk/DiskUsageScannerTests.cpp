@@ -16,7 +16,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <tuple>
 
 namespace varnet {

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <functional>
 #include <set>
-#include <string>
 #include <tuple>
 #include <unordered_set>
 #include <vector>

@@ -17,7 +17,6 @@
 #include <iterator>
 #include <string>
 #include <thread>
-#include <vector>
 
 namespace varnet {
 namespace {

@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,7 +35,7 @@ TEST(DarwinWalk, tellsWhatEachEntryIsAndSkipsOnlyWhatItIsTold) {
     fs::permissions(folder.path(), fs::perms(0755));
     fs::permissions(folder.path("closed"), fs::perms::none);
 
-    const WithoutPrivilege plainUser;
+    std::optional<WithoutPrivilege> plainUser(std::in_place);
     VNDiskWalk* const walk = vn_disk_open_volume(top.c_str());
     vn_disk_skip(walk); // before the first there is nothing to skip
     std::vector<std::pair<std::string, std::uint32_t>> told;
@@ -69,6 +70,8 @@ TEST(DarwinWalk, tellsWhatEachEntryIsAndSkipsOnlyWhatItIsTold) {
     vn_disk_skip(walk); // nor after the end
     EXPECT_EQ(vn_disk_next(walk, nullptr), -1);
     vn_disk_close(walk);
+    plainUser.reset();
+    fs::permissions(folder.path("closed"), fs::perms::owner_all); // so that it can be removed
     EXPECT_THAT(told,
                 UnorderedElementsAre(Pair("", VN_DISK_DIRECTORY), Pair("/file", VN_DISK_FILE),
                                      Pair("/link", VN_DISK_SYMLINK), Pair("/pipe", VN_DISK_OTHER),
