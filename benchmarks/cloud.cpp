@@ -108,7 +108,7 @@ void drain(benchmark::State& state) {
         return state.SkipWithError("no queue");
     ServiceThread thread;
     QSslConfiguration ssl = QSslConfiguration::defaultConfiguration();
-    ssl.setCaCertificates({thread.service().authority().root});
+    ssl.setCaCertificates({thread.service().authority().certificate});
     MainQueue mainQueue;
     ThreadQueue recorderQueue;
     FakeKeychain keychain;

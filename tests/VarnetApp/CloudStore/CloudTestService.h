@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VarnetCore/Base/Clock.h"
-#include "tests/VarnetApp/CloudStore/TestAuthority.h"
+#include "tests/fakes/TestAuthority.h"
 
 #include <QByteArray>
 #include <QObject>

@@ -5,9 +5,12 @@
 #include "tests/VarnetApp/Updates/LoopbackService.h"
 #include "tests/fakes/HandQueue.h"
 #include "tests/fakes/TemporaryFolder.h"
+#include "tests/fakes/TestAuthority.h"
 
 #include <QFile>
 #include <QSettings>
+#include <QSslConfiguration>
+#include <QSslServer>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -34,7 +37,7 @@ protected:
     void open() {
         updater.reset();
         updates = std::make_unique<FeedUpdates>(
-            FeedUpdates::Setup{.host = service.reached(),
+            FeedUpdates::Setup{.host = site,
                                .build = 1,
                                .systemVersion = "6.1.0",
                                .needs = {.clock = clock,
@@ -75,6 +78,7 @@ protected:
     HandQueue queue{clock};
     QSettings defaults{QString::fromStdString(folder.path("settings.ini")), QSettings::IniFormat};
     Service service;
+    ReleaseHost site = service.reached();
     bool cleaning = false;
     bool canReveal = true;
     std::vector<std::string> revealed;
@@ -189,6 +193,51 @@ TEST_F(FeedUpdatesTest, aFeedThatFailsSaysSoAndKeepsWhatWasFound) {
     EXPECT_EQ(updater->availableVersion(), std::nullopt);
     updater->openUpdate();
     EXPECT_FALSE(updater->sessionInProgress()) << "there is nothing to fetch any more";
+}
+
+TEST_F(FeedUpdatesTest, onlyAServerThatCanProveItsNameIsTheSite) {
+    const TestAuthority authority = TestAuthority::make();
+    const QSslConfiguration usual = QSslConfiguration::defaultConfiguration();
+    QSslConfiguration own = usual;
+    own.setLocalCertificate(authority.certificate);
+    own.setPrivateKey(authority.key);
+    QSslServer server;
+    server.setSslConfiguration(own);
+    ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    int asked = 0;
+    QObject::connect(&server, &QTcpServer::pendingConnectionAvailable, [&] {
+        QTcpSocket* const socket = server.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [&asked, this, socket] {
+            if (!socket->readAll().contains("\r\n\r\n")) return;
+            ++asked;
+            socket->write(Service::ok(Service::manifest(contents)));
+            socket->disconnectFromHost();
+        });
+    });
+    const struct {
+        const char* name;
+        const char* host;
+        bool trusted;
+        bool found;
+    } rows[]{
+        {"nobody vouches for it", "127.0.0.1", false, false},
+        {"a certificate of another name", "localhost", true, false},
+        {"its own name", "127.0.0.1", true, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        asked = 0;
+        QSslConfiguration trust = usual;
+        if (row.trusted) trust.setCaCertificates({authority.certificate});
+        QSslConfiguration::setDefaultConfiguration(trust);
+        site.reroute = QUrl(QString("https://%1:%2").arg(row.host).arg(server.serverPort()));
+        open();
+        check();
+        EXPECT_EQ(updater->availableVersion().has_value(), row.found);
+        EXPECT_EQ(updater->message(), row.found ? "Version 9.9 is ready to install." : failed);
+        EXPECT_EQ(asked, row.found ? 1 : 0);
+    }
+    QSslConfiguration::setDefaultConfiguration(usual);
 }
 
 TEST_F(FeedUpdatesTest, aCleanupIsWaitedFor) {

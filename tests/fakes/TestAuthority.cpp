@@ -1,4 +1,4 @@
-#include "tests/VarnetApp/CloudStore/TestAuthority.h"
+#include "tests/fakes/TestAuthority.h"
 
 #include <openssl/evp.h>
 #include <openssl/pem.h>
