@@ -49,10 +49,19 @@ Windows::Windows(ViewContext& context, DockFlame& flame, QSettings* defaults, QO
 
 Windows::~Windows() {
     flame_.hasMainWindow = {};
-    delete main_.data();
-    delete panel_.data();
+    destroy(main_);
+    destroy(panel_);
     for (Beside* const window : beside_)
-        delete window->view.data();
+        destroy(window->view);
+}
+
+void Windows::destroy(QPointer<QQuickView>& view) {
+    QQuickView* const gone = view;
+    if (!gone) return;
+    // What a window says while it goes must not be heard: it is no view any more by then.
+    view.clear();
+    gone->removeEventFilter(this);
+    delete gone;
 }
 
 bool Windows::anyVisible() const {

@@ -74,7 +74,9 @@ private:
     void openBeside(Beside& window);
     void showView(QQuickView& view);
     bool closeMain();
+    /// Closes it; it is deleted when the events of now have been handled.
     void drop(QPointer<QQuickView>& view);
+    void destroy(QPointer<QQuickView>& view);
     void giveMemoryBack();
     void restoreFrame(QQuickView& view) const;
     void saveFrame() const;
