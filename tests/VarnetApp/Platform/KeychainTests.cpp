@@ -4,7 +4,8 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
 #include <QProcess>
 #include <gtest/gtest.h>
 
@@ -67,10 +68,12 @@ private:
     }
 
     static bool isLocked() {
-        const QDBusInterface collection("org.freedesktop.secrets", "/org/freedesktop/secrets/aliases/default",
-                                        "org.freedesktop.Secret.Collection");
-        const QVariant locked = collection.property("Locked");
-        return !locked.isValid() || locked.toBool();
+        QDBusMessage look = QDBusMessage::createMethodCall("org.freedesktop.secrets",
+                                                           "/org/freedesktop/secrets/aliases/default",
+                                                           "org.freedesktop.DBus.Properties", "Get");
+        look << "org.freedesktop.Secret.Collection" << "Locked";
+        const QDBusReply<QDBusVariant> locked = QDBusConnection::sessionBus().call(look);
+        return !locked.isValid() || locked.value().variant().toBool();
     }
 
     TemporaryFolder folder_;
