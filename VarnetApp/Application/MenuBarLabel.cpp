@@ -73,6 +73,7 @@ const std::vector<platform::TrayImage>& MenuBarLabel::imagesOf(FlameExpression e
     auto held = images_.find(expression);
     if (held == images_.end()) {
         std::vector<platform::TrayImage> images;
+        images.reserve(traySizes.size());
         for (const int size : traySizes)
             images.push_back(trayImage(trayFace(expression, size, updateAvailable_)));
         held = images_.emplace(expression, std::move(images)).first;

@@ -124,6 +124,7 @@ constexpr std::array spokenScreens{
 std::vector<QString> languagesFor(const QString& wanted) {
     if (!wanted.isEmpty()) return {wanted};
     std::vector<QString> codes;
+    codes.reserve(std::size(appLanguages));
     for (const AppLanguage language : appLanguages)
         codes.push_back(QString::fromUtf8(rawValue(language)));
     return codes;
