@@ -12,6 +12,8 @@
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -57,6 +59,9 @@ int checkUpdate(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    // Bytes from which a block is mapped by itself, and is the system's again when it is freed. Left alone
+    // the allocator raises this with the largest picture it has seen, and the heap stays full of holes.
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     using varnet::CommandLine;
     const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     const CommandLine line = CommandLine::parse(arguments);
