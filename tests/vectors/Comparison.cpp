@@ -45,14 +45,14 @@ public:
 
     std::optional<Difference> compare(const Json& expected, const Json& got, bool exactNumber) {
         if (acceptsAnything(expected) || (isNothing(expected) && isNothing(got))) return std::nullopt;
-        if (expected.is_object() && got.is_object()) return compareObjects(expected, got);
+        if (expected.is_object() && got.is_object()) return compareObjects(expected, got, exactNumber);
         if (expected.is_array() && got.is_array()) return compareLists(expected, got, exactNumber);
         if (sameValue(expected, got, exactNumber)) return std::nullopt;
         return Difference{path_, shown(expected), shown(got)};
     }
 
 private:
-    std::optional<Difference> compareObjects(const Json& expected, const Json& got) {
+    std::optional<Difference> compareObjects(const Json& expected, const Json& got, bool exactNumber) {
         std::set<std::string> keys;
         for (const auto& [key, value] : expected.items())
             keys.insert(key);
@@ -69,10 +69,10 @@ private:
                                   inGot ? shown(gotValue) : "no such key"};
             }
             if (!inExpected && rules_.absentMayBeZero && isZero(gotValue)) continue;
-            const bool isDate = rules_.dateKeys.contains(key);
+            const bool exact = exactNumber || rules_.dateKeys.contains(key);
             auto difference = rules_.setKeys.contains(key) && expectedValue.is_array() && gotValue.is_array()
-                                  ? compareSets(expectedValue, gotValue, isDate)
-                                  : compare(expectedValue, gotValue, isDate);
+                                  ? compareSets(expectedValue, gotValue, exact)
+                                  : compare(expectedValue, gotValue, exact);
             if (difference) return difference;
         }
         return std::nullopt;

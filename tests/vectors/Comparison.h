@@ -26,10 +26,10 @@ struct Rules {
     bool exactKeys = false;
     /// A number or flag may be 0 or false where the expectation lacks its key.
     bool absentMayBeZero = false;
-    /// Keys whose numbers are moments and compare exactly.
-    std::set<std::string, std::less<>> dateKeys{"at",        "date",     "endingAt",   "exitedAt",
-                                                "firstSeen", "lastSeen", "measuredAt", "now",
-                                                "since",     "startedAt"};
+    /// Keys whose numbers, and those in what they hold, are moments and compare exactly.
+    std::set<std::string, std::less<>> dateKeys{"at",        "date",      "endingAt",   "exitedAt",
+                                                "firstSeen", "lastSeen",  "measuredAt", "now",
+                                                "since",     "startedAt", "unlocked"};
     /// Keys whose lists are sets.
     std::set<std::string, std::less<>> setKeys{};
 };
