@@ -42,6 +42,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QQuickWindow>
 #include <QSettings>
 #include <QTimer>
@@ -346,6 +347,8 @@ int ApplicationDelegate::run(int& argc, char** argv, const Start& start) {
     QGuiApplication::setDesktopFileName("com.varnet.Varnet");
     const QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    // Icons alone pass through it: each of the flame's is 1 MB, and is given to the desktop once.
+    QPixmapCache::setCacheLimit(0);
 
     const std::unique_ptr<platform::SingleInstance> instance = platform::makeSingleInstance();
     if (instance->claim() == platform::SingleInstance::Claim::second) {

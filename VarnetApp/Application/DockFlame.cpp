@@ -3,7 +3,30 @@
 #include "VarnetApp/AppStore/StoreSettings.h"
 #include "VarnetApp/Components/Mascot/MascotPainter.h"
 
+#include <cstring>
+
 namespace varnet {
+
+namespace {
+
+constexpr int fastest = 1; // of zlib's levels; a flame's plain surfaces get small with any
+
+/// The images of all states would be 7 MB for the one on show.
+QByteArray packed(const QImage& image) {
+    QByteArray bytes = qCompress(image.constBits(), static_cast<int>(image.sizeInBytes()), fastest);
+    bytes.squeeze(); // it has room for the worst case
+    return bytes;
+}
+
+QImage unpacked(const QByteArray& bytes) {
+    const QByteArray pixels = qUncompress(bytes);
+    QImage image(DockFlame::iconPixels, DockFlame::iconPixels, QImage::Format_ARGB32_Premultiplied);
+    if (pixels.size() != image.sizeInBytes()) return {};
+    std::memcpy(image.bits(), pixels.constData(), static_cast<std::size_t>(pixels.size()));
+    return image;
+}
+
+} // namespace
 
 DockFlame::DockFlame(StoreSettings& settings, QObject* parent) : QObject(parent), settings_(settings) {}
 
@@ -46,9 +69,10 @@ void DockFlame::render() {
     if (presence_ != Presence::regular || displayed_ == state_) return;
     auto held = cache_.find(state_);
     if (held == cache_.end()) {
-        held = cache_.emplace(state_, mascotImage(expression(state_), iconPixels, MascotStyle::tile)).first;
+        const QImage drawn = mascotImage(expression(state_), iconPixels, MascotStyle::tile);
+        held = cache_.emplace(state_, packed(drawn)).first;
     }
-    if (setApplicationIcon) setApplicationIcon(held->second);
+    if (setApplicationIcon) setApplicationIcon(unpacked(held->second));
     displayed_ = state_;
 }
 

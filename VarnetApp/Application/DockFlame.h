@@ -2,7 +2,7 @@
 
 #include "VarnetCore/Flame/DockFlameState.h"
 
-#include <QIcon>
+#include <QByteArray>
 #include <QImage>
 #include <QObject>
 
@@ -73,8 +73,8 @@ private:
     StoreSettings& settings_;
     DockFlameState state_ = DockFlameState::unknown;
     DockFlameStateMachine machine_;
-    std::map<DockFlameState, QImage> cache_;
-    std::optional<DockFlameState> displayed_; ///< empty: the application's own icon
+    std::map<DockFlameState, QByteArray> cache_; ///< pixels, packed
+    std::optional<DockFlameState> displayed_;    ///< empty: the application's own icon
     Presence presence_ = Presence::accessory;
 };
 

@@ -239,6 +239,7 @@ class User:
         end = time.monotonic() + seconds
         while not worked():
             if time.monotonic() > end:
+                print(f"  without effect: {name}; open: {', '.join(self._titles())}", flush=True)
                 return False
             turn()
         self.worked[name] += 1
@@ -248,6 +249,10 @@ class User:
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title], capture_output=True,
                                text=True, timeout=10, check=False)
         return found.stdout.split()
+
+    def _titles(self):
+        return [subprocess.run(["xdotool", "getwindowname", window], capture_output=True, text=True, timeout=10,
+                               check=False).stdout.strip() for window in self._windows(".")]
 
     def _focus(self, title):
         windows = self._windows(title)

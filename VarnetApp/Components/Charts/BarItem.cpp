@@ -13,6 +13,7 @@ namespace varnet {
 namespace {
 
 constexpr int growthDuration = 140; // milliseconds
+constexpr double leastGrowth = 2;   // pixels; what nobody sees move is not worth nine frames
 
 void drawBar(QPainter& painter, double length, double height, const QColor& color) {
     if (length <= 0) return;
@@ -45,10 +46,12 @@ void BarItem::setValue(double value) {
     growth_.stop();
     const bool onScreen =
         isComponentComplete() && isVisible() && window() != nullptr && window()->isVisible();
-    // From and to the unknown there is no length to run through.
-    if (animated_ && onScreen && std::isfinite(shown_) && std::isfinite(value_)) {
-        growth_.setStartValue(std::clamp(shown_, 0.0, 1.0));
-        growth_.setEndValue(std::clamp(value_, 0.0, 1.0));
+    // From and to the unknown there is no length to run through: what is no number is never far enough.
+    const double from = std::clamp(shown_, 0.0, 1.0);
+    const double to = std::clamp(value_, 0.0, 1.0);
+    if (animated_ && onScreen && std::abs(to - from) * width() >= leastGrowth) {
+        growth_.setStartValue(from);
+        growth_.setEndValue(to);
         growth_.start();
     } else {
         shown_ = value_;

@@ -8,7 +8,7 @@
 namespace varnet {
 
 /// A bar with round ends on its track, as high as the item. Its length follows a new value in 140 ms, at once
-/// while the bar is not on screen.
+/// while the bar is not on screen or has less than two pixels to go.
 class BarItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
