@@ -25,8 +25,11 @@ constexpr QSize mainSize{1040, 720};
 constexpr QSize leastMainSize{720, 520};
 constexpr int panelWidth = 340;
 constexpr int panelMargin = 8; ///< pixels between the panel and the screen's edge
-/// From the leaving of a page to the return of its memory: somebody who walks along the pages feels nothing.
-constexpr std::chrono::seconds afterPage{2};
+/// From a change of page or windows to the return of memory, first when what was left has been deleted
+/// (somebody who walks along the pages feels nothing), then when what is measured anew has moved into the
+/// gaps.
+constexpr std::chrono::seconds afterLeaving{2};
+constexpr std::chrono::seconds afterMoving{10};
 /// A development aid: with it set, each frame that a window shows is told on standard error.
 constexpr const char* timesVariable = "VARNET_FRAME_TIMES";
 constexpr const char* frameKey = "VarnetMainWindow";
@@ -41,10 +44,13 @@ bool shows(const QWindow* window) {
 Windows::Windows(ViewContext& context, DockFlame& flame, QSettings* defaults, QObject* parent)
     : QObject(parent), context_(context), flame_(flame), defaults_(defaults) {
     flame_.hasMainWindow = [this] { return main_ && main_->isVisible(); };
-    pageLeft_.setSingleShot(true);
-    pageLeft_.setInterval(afterPage);
-    connect(&context_.store, &VarnetStore::pageChanged, &pageLeft_, qOverload<>(&QTimer::start));
-    connect(&pageLeft_, &QTimer::timeout, this, &Windows::giveMemoryBack);
+    soon_.setSingleShot(true);
+    soon_.setInterval(afterLeaving);
+    later_.setSingleShot(true);
+    later_.setInterval(afterMoving);
+    for (const QTimer* const timer : {&soon_, &later_})
+        connect(timer, &QTimer::timeout, this, &Windows::giveMemoryBack);
+    connect(&context_.store, &VarnetStore::pageChanged, this, &Windows::giveMemoryBackSoon);
 }
 
 Windows::~Windows() {
@@ -124,6 +130,7 @@ void Windows::openMain() {
     flame_.setPresence(DockFlame::Presence::regular);
     showView(*main_);
     flame_.renderAnew();
+    giveMemoryBackSoon();
     emit visibilityChanged();
 }
 
@@ -214,6 +221,12 @@ void Windows::drop(QPointer<QQuickView>& view) {
             giveMemoryBack();
         },
         Qt::QueuedConnection);
+    giveMemoryBackSoon();
+}
+
+void Windows::giveMemoryBackSoon() {
+    soon_.start();
+    later_.start();
 }
 
 void Windows::giveMemoryBack() {

@@ -78,6 +78,7 @@ private:
     void drop(QPointer<QQuickView>& view);
     void destroy(QPointer<QQuickView>& view);
     void giveMemoryBack();
+    void giveMemoryBackSoon();
     void restoreFrame(QQuickView& view) const;
     void saveFrame() const;
 
@@ -87,7 +88,8 @@ private:
     QSettings* const defaults_;
 
     std::unique_ptr<QQmlEngine> engine_; ///< null while no window exists
-    QTimer pageLeft_;                    ///< runs from the leaving of a page until its memory is given back
+    QTimer soon_;                        ///< runs from a change of page or windows until memory is given back
+    QTimer later_;                       ///< the same, for a second time
     QPointer<QQuickView> main_;
     QPointer<QQuickView> panel_;
     Beside settings_{"SettingsView", "Settings", {640, 720}, {480, 400}};
