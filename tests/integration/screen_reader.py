@@ -28,7 +28,7 @@ def find(role, name):
     def look():
         turn()
         return [one for its_role, its_name, one in everything() if (its_role, its_name) == (role, name)]
-    return wait(look, f"{role} “{name}”")[0]
+    return wait(look, f"{role} “{name}”", seconds=30)[0]  # each look is hundreds of questions to the program
 
 
 def click(thing):
